@@ -1,0 +1,56 @@
+#pragma once
+
+// The module's shared static functions. One class for the whole module; each area defines its
+// own functions in its own folder.
+
+#include "host/db/ObjectId.h"
+#include "host/ge/Extents.h"
+#include "host/ge/GeArrays.h"
+#include "host/ge/Line3d.h"
+#include "host/ge/LineSeg2d.h"
+#include "host/ge/Point2d.h"
+#include "host/ge/Point3d.h"
+#include "host/ge/Vector3d.h"
+#include "host/text/CString.h"
+#include "module/entry/LayoutApi.h"
+
+class LAYOUT_API CDispGlobaFun {
+public:
+    // --- numbers and text ---
+
+    // Half away from zero to a whole number, through a 32-bit integer.
+    static double KelAzRound(double value);
+    // Rounds to digits decimals the way fixed-point formatting ("%10.4f") rounds.
+    static double KelGetPrecision(double value, int digits);
+    // Every coordinate to 4 decimals; digits is accepted and not used.
+    static AcGePoint3d KelGetPointPrecision(const AcGePoint3d& point, int digits);
+    static AcGePoint2d KelGetPointPrecision(const AcGePoint2d& point, int digits);
+    // Removes every occurrence of ch; always true.
+    static bool DeleteCha(CString& text, wchar_t ch);
+    // Coordinate-wise equality within an absolute 1e-8.
+    static bool IsEqualPoints(const double a[3], const double b[3]);
+    // Walks a comma list of five-character type codes; it answers false for every input.
+    static bool IsSuitedType(CString type, CString list);
+
+    // --- plane geometry ---
+
+    // Bulge (never negative) of the arc of the given radius from p1 to p2 whose centre lies on
+    // the side of the chord that side points to.
+    static double GetBulge(AcGePoint3d p1, AcGePoint3d p2, const double& radius, AcGeVector3d side);
+    // Centre of the circle through three points; the origin when they are collinear.
+    static AcGePoint3d CenterOfArc(AcGePoint3d p1, AcGePoint3d p2, AcGePoint3d p3);
+    static AcGeLine3d VerticalBisector(AcGePoint3d p1, AcGePoint3d p2);
+    // Central angle of a chord p1 p2 on a circle of the given radius.
+    static double CenterAngle(AcGePoint3d p1, AcGePoint3d p2, const double& radius);
+    static AcGePoint3d GetCenterPoint(AcGePoint3d p1, AcGePoint3d p2);
+    // Do the two plan segments join the same two points (within 1 drawing unit)?
+    static bool IsFullOverLap(const AcGeLineSeg2d* a, const AcGeLineSeg2d* b);
+    // Sorts points by increasing distance to reference; false for fewer than two points.
+    static bool OrderPoints(AcGePoint3dArray& points, AcGePoint3d reference);
+    static AcDbExtents SetExtents(AcGePoint3d p1, AcGePoint3d p2);
+    // Centre of the arc of the given radius that runs counter-clockwise in plan from start to
+    // end the short way round; answers how many circles of that radius pass through both points
+    // (0: the chord is longer than the diameter and center is untouched).
+    static int GetCenter(const double start[3], const double end[3], double radius,
+                         double center[3]);
+};

@@ -1,0 +1,12 @@
+#pragma once
+
+// Numbers of the module's string resources.
+#define IDS_RECT_MARGIN_ALONG_TOO_LARGE 3035
+#define IDS_RECT_MARGIN_ACROSS_TOO_LARGE 3036
+#define IDS_LINE_MARGIN_TOO_LARGE 3037
+
+namespace kelaz {
+class ResourceTable;
+// The module's own string table, made current with CAcModuleResourceOverride.
+const ResourceTable& ModuleResources();
+}  // namespace kelaz
