@@ -264,6 +264,7 @@ std::wstring FormatWide(const wchar_t* format, va_list args) {
     for (;;) {
         va_list copy;
         va_copy(copy, args);
+        // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): va_copy initialises it
         const int n = std::vswprintf(buf.data(), buf.size(), fmt.c_str(), copy);
         va_end(copy);
         if (n >= 0 && static_cast<size_t>(n) < buf.size()) return std::wstring(buf.data(), n);
