@@ -6,6 +6,8 @@ packages=(
     build-essential cmake ninja-build pkg-config
     libboost-dev libfmt-dev libcli11-dev
     libgtest-dev libgmock-dev libbenchmark-dev
+    libdxflib-dev libcairo2-dev libfontconfig-dev fonts-wqy-microhei
+    python3-ezdxf librecad
 )
 
 missing=()
