@@ -1,0 +1,464 @@
+#include "host/db/DrawingFile.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <boost/crc.hpp>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+#include "host/app/RxClass.h"
+#include "host/app/RxDictionary.h"
+#include "host/db/BlockTable.h"
+#include "host/db/Database.h"
+#include "host/db/DatabaseImpl.h"
+#include "host/db/Entity.h"
+#include "host/db/LayerTable.h"
+#include "host/db/MemoryDwgFiler.h"
+
+namespace kelaz {
+
+namespace {
+
+constexpr char kMagic[8] = {'K', 'E', 'L', 'A', 'Z', 'D', 'W', 'G'};
+constexpr std::size_t kVersionOffset = sizeof(kMagic);
+constexpr std::size_t kLengthOffset = kVersionOffset + 4;
+constexpr std::size_t kHeaderSize = kLengthOffset + 8;
+constexpr std::size_t kCrcSize = 4;
+
+void PutLE(std::vector<std::uint8_t>& out, std::uint64_t value, int size) {
+    for (int i = 0; i < size; ++i) out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+}
+
+std::uint64_t GetLE(const std::uint8_t* p, int size) {
+    std::uint64_t value = 0;
+    for (int i = 0; i < size; ++i) value |= static_cast<std::uint64_t>(p[i]) << (8 * i);
+    return value;
+}
+
+std::uint32_t Crc32(const std::uint8_t* data, std::size_t size) {
+    boost::crc_32_type crc;
+    crc.process_bytes(data, size);
+    return crc.checksum();
+}
+
+std::filesystem::path FsPath(const wchar_t* path) {
+    return std::filesystem::path(ToUtf8(std::wstring_view(path)));
+}
+
+CString SystemError() { return FromUtf8(std::strerror(errno)); }
+
+// Problems found in a file, numbered in the report as an auditor lists them.
+class Problems {
+public:
+    void add(Acad::ErrorStatus status, const CString& text) {
+        if (m_items.empty()) m_first = status;
+        m_items.push_back(text);
+    }
+    bool any() const { return !m_items.empty(); }
+    Acad::ErrorStatus first() const { return m_first; }
+    CString report(const wchar_t* verb, const wchar_t* path) const {
+        CString text = FormatText(L"Cannot %s drawing %s:", verb, path);
+        for (std::size_t i = 0; i < m_items.size(); ++i) {
+            text.AppendFormat(L"\n  %d. %s", static_cast<int>(i + 1), m_items[i].GetString());
+        }
+        return text;
+    }
+
+private:
+    std::vector<CString> m_items;
+    Acad::ErrorStatus m_first = Acad::eOk;
+};
+
+// One object's own record, filed on its own so that a reader can tell where it ends.
+bool WriteRecord(MemoryDwgFiler& body, AcDbStub* stub, AcDbDatabase* db, Problems& problems) {
+    MemoryDwgFiler record(AcDb::kFileFiler, db);
+    {
+        DatabaseImpl::ReadScope readable(stub);
+        stub->object->dwgOutFields(&record);
+    }
+    if (record.filerStatus() != Acad::eOk) {
+        problems.add(
+            record.filerStatus(),
+            FormatText(L"object %s (%s) could not be written (%s)", stub->handle.text().GetString(),
+                       stub->object->isA()->name(), ErrorText(record.filerStatus())));
+        return false;
+    }
+    body.writeUInt64(record.bytes().size());
+    body.writeBytes(record.bytes().data(), record.bytes().size());
+    return true;
+}
+
+bool ReadRecord(MemoryDwgFiler& body, std::vector<std::uint8_t>& record) {
+    Adesk::UInt64 size = 0;
+    body.readUInt64(&size);
+    if (body.filerStatus() != Acad::eOk) return false;
+    // A damaged length must not make us allocate what the file cannot hold.
+    if (size > body.bytes().size() - body.tell()) {
+        body.setFilerStatus(Acad::eEndOfFile);
+        return false;
+    }
+    record.resize(size);
+    body.readBytes(record.data(), size);
+    return body.filerStatus() == Acad::eOk;
+}
+
+std::vector<AcDbStub*> LiveStubs(const std::vector<AcDbStub*>& stubs) {
+    std::vector<AcDbStub*> live;
+    for (AcDbStub* stub : stubs) {
+        if (!stub->erased && stub->object != nullptr) live.push_back(stub);
+    }
+    return live;
+}
+
+bool WriteFileAtomically(const std::filesystem::path& target,
+                         const std::vector<std::uint8_t>& bytes, CString& why) {
+    static std::atomic<unsigned> counter{0};
+    std::filesystem::path temp = target;
+    temp += ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
+    std::error_code ec;
+    {
+        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
+        if (!out) {
+            why = FormatText(L"cannot create %s (%s)", FromUtf8(temp.string()).GetString(),
+                             SystemError().GetString());
+            return false;
+        }
+        out.write(reinterpret_cast<const char*>(bytes.data()),
+                  static_cast<std::streamsize>(bytes.size()));
+        out.flush();
+        if (!out) {
+            why = FormatText(L"cannot write %s (%s)", FromUtf8(temp.string()).GetString(),
+                             SystemError().GetString());
+            out.close();
+            std::filesystem::remove(temp, ec);
+            return false;
+        }
+    }
+    std::filesystem::rename(temp, target, ec);
+    if (ec) {
+        why =
+            FormatText(L"cannot put the drawing in place (%s)", FromUtf8(ec.message()).GetString());
+        std::filesystem::remove(temp, ec);
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+Acad::ErrorStatus WriteDrawingFile(const AcDbDatabase& db, const wchar_t* path, CString& report) {
+    report.Empty();
+    Problems problems;
+    if (path == nullptr || *path == L'\0') {
+        report = L"Cannot save a drawing without a file name.";
+        return Acad::eInvalidInput;
+    }
+    DatabaseImpl& impl = DatabaseImpl::of(&db);
+    if (impl.blockTable == nullptr || impl.layerTable == nullptr || impl.modelSpace == nullptr) {
+        problems.add(Acad::eMissingSymbolTable, L"the drawing has no tables");
+        report = problems.report(L"save", path);
+        return problems.first();
+    }
+    for (const AcDbStub& stub : impl.stubs) {
+        if (stub.writer && stub.object != nullptr) {
+            problems.add(Acad::eWasOpenedForWrite, FormatText(L"object %s is open for write",
+                                                              stub.handle.text().GetString()));
+        }
+    }
+    if (problems.any()) {
+        report = problems.report(L"save", path);
+        return problems.first();
+    }
+
+    auto* database = const_cast<AcDbDatabase*>(&db);
+    MemoryDwgFiler body(AcDb::kFileFiler, database);
+    body.writeUInt64(impl.handseed);
+    body.writeAcDbHandle(impl.blockTable->handle);
+    body.writeAcDbHandle(impl.layerTable->handle);
+    body.writeAcDbHandle(impl.modelSpace->handle);
+    body.writeAcDbHandle(impl.clayer->handle);
+    const auto layers =
+        LiveStubs(ObjectAccess::records(static_cast<AcDbSymbolTable*>(impl.layerTable->object)));
+    body.writeUInt32(static_cast<Adesk::UInt32>(layers.size()));
+    for (AcDbStub* stub : layers) {
+        body.writeAcDbHandle(stub->handle);
+        WriteRecord(body, stub, database, problems);
+    }
+    const auto entities = LiveStubs(
+        ObjectAccess::entities(static_cast<AcDbBlockTableRecord*>(impl.modelSpace->object)));
+    body.writeUInt32(static_cast<Adesk::UInt32>(entities.size()));
+    for (AcDbStub* stub : entities) {
+        body.writeString(stub->object->isA()->name());
+        body.writeAcDbHandle(stub->handle);
+        WriteRecord(body, stub, database, problems);
+    }
+    if (problems.any()) {
+        report = problems.report(L"save", path);
+        return problems.first();
+    }
+
+    std::vector<std::uint8_t> bytes(std::begin(kMagic), std::end(kMagic));
+    PutLE(bytes, kDrawingFormatVersion, 4);
+    PutLE(bytes, body.bytes().size(), 8);
+    bytes.insert(bytes.end(), body.bytes().begin(), body.bytes().end());
+    PutLE(bytes, Crc32(bytes.data(), bytes.size()), 4);
+
+    CString why;
+    if (!WriteFileAtomically(FsPath(path), bytes, why)) {
+        problems.add(Acad::eFileAccessErr, why);
+        report = problems.report(L"save", path);
+        return problems.first();
+    }
+    return Acad::eOk;
+}
+
+namespace {
+
+// Reads the checked body into temp, listing what is wrong.
+void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Problems& problems) {
+    DatabaseImpl& impl = DatabaseImpl::of(&temp);
+    MemoryDwgFiler body(
+        std::vector<std::uint8_t>(bytes.begin() + kHeaderSize, bytes.end() - kCrcSize),
+        AcDb::kFileFiler, &temp);
+    auto structureError = [&](const wchar_t* where) {
+        problems.add(Acad::eDwgNotRecoverable, FormatText(L"the %s cannot be read (%s)", where,
+                                                          ErrorText(body.filerStatus())));
+    };
+
+    Adesk::UInt64 handseed = 0;
+    AcDbHandle handles[4];
+    body.readUInt64(&handseed);
+    for (AcDbHandle& h : handles) body.readAcDbHandle(&h);
+    if (body.filerStatus() != Acad::eOk) return structureError(L"drawing header");
+    for (int i = 0; i < 4; ++i) {
+        for (int j = 0; j < i; ++j) {
+            if (handles[i].isNull() || handles[i] == handles[j]) {
+                problems.add(Acad::eDwgNotRecoverable, L"the tables' handles are not distinct");
+                return;
+            }
+        }
+    }
+    // The fixed structure first, under its saved handles; layer 0 and the rest follow.
+    impl.blockTable = impl.newStub(handles[0]);
+    impl.adopt(impl.blockTable, new AcDbBlockTable(), AcDbObjectId());
+    impl.layerTable = impl.newStub(handles[1]);
+    impl.adopt(impl.layerTable, new AcDbLayerTable(), AcDbObjectId());
+    auto* model = new AcDbBlockTableRecord();
+    ObjectAccess::setName(model, ACDB_MODEL_SPACE);
+    impl.modelSpace = impl.newStub(handles[2]);
+    impl.adopt(impl.modelSpace, model, AcDbObjectId(impl.blockTable));
+    ObjectAccess::records(static_cast<AcDbSymbolTable*>(impl.blockTable->object))
+        .push_back(impl.modelSpace);
+    auto* layerTable = static_cast<AcDbSymbolTable*>(impl.layerTable->object);
+
+    // A stub for a handle read now, or the one a reference made earlier.
+    auto stubFor = [&](AcDbHandle handle, const wchar_t* what) -> AcDbStub* {
+        AcDbStub* stub = impl.findStub(handle);
+        if (handle.isNull() || (stub != nullptr && stub->object != nullptr)) {
+            problems.add(
+                Acad::eDwgObjectImproperlyRead,
+                FormatText(L"%s %s: its handle is already taken", what, handle.text().GetString()));
+            return nullptr;
+        }
+        return stub != nullptr ? stub : impl.newStub(handle);
+    };
+    auto readInto = [&](AcDbObject* obj, const std::vector<std::uint8_t>& record,
+                        const CString& what) {
+        MemoryDwgFiler filer(record, AcDb::kFileFiler, &temp);
+        const Acad::ErrorStatus es = obj->dwgInFields(&filer);
+        if (es == Acad::eMakeMeProxy) {
+            problems.add(es, what + L": written by a newer version of its class");
+        } else if (es != Acad::eOk || filer.filerStatus() != Acad::eOk) {
+            const Acad::ErrorStatus why = es != Acad::eOk ? es : filer.filerStatus();
+            problems.add(Acad::eDwgObjectImproperlyRead,
+                         what + FormatText(L": its record cannot be read (%s)", ErrorText(why)));
+        } else if (!filer.atEnd()) {
+            problems.add(Acad::eDwgObjectImproperlyRead,
+                         what + FormatText(L": %d of its %d bytes were left unread",
+                                           static_cast<int>(record.size() - filer.tell()),
+                                           static_cast<int>(record.size())));
+        }
+    };
+
+    std::vector<std::uint8_t> record;
+    Adesk::UInt32 layerCount = 0;
+    body.readUInt32(&layerCount);
+    if (body.filerStatus() != Acad::eOk) return structureError(L"layer table");
+    for (Adesk::UInt32 i = 0; i < layerCount; ++i) {
+        AcDbHandle handle;
+        body.readAcDbHandle(&handle);
+        if (!ReadRecord(body, record)) return structureError(L"layer table");
+        AcDbStub* stub = stubFor(handle, L"layer");
+        if (stub == nullptr) continue;
+        auto* layer = new AcDbLayerTableRecord();
+        impl.adopt(stub, layer, AcDbObjectId(impl.layerTable));
+        ObjectAccess::records(layerTable).push_back(stub);
+        readInto(layer, record, FormatText(L"layer %s", handle.text().GetString()));
+        const CString& name = ObjectAccess::name(layer);
+        if (!name.IsEmpty() && impl.findLayer(name) != stub) {
+            problems.add(Acad::eDuplicateRecordName,
+                         FormatText(L"layer %s: the name %s is used twice",
+                                    handle.text().GetString(), name.GetString()));
+        }
+    }
+
+    Adesk::UInt32 entityCount = 0;
+    body.readUInt32(&entityCount);
+    if (body.filerStatus() != Acad::eOk) return structureError(L"list of entities");
+    auto* block = static_cast<AcDbBlockTableRecord*>(impl.modelSpace->object);
+    AcRxDictionary* classes = acrxClassDictionary;
+    for (Adesk::UInt32 i = 0; i < entityCount; ++i) {
+        CString className;
+        AcDbHandle handle;
+        body.readString(className);
+        body.readAcDbHandle(&handle);
+        if (!ReadRecord(body, record)) return structureError(L"list of entities");
+        const CString what =
+            FormatText(L"entity %s (%s)", handle.text().GetString(), className.GetString());
+        auto* cls = static_cast<AcRxClass*>(classes->at(className));
+        if (cls == nullptr || !cls->isKindOf(AcRxClass::desc())) {
+            problems.add(Acad::eDwgObjectImproperlyRead, what + L": unknown class");
+            continue;
+        }
+        if (!cls->isDerivedFrom(AcDbEntity::desc())) {
+            problems.add(Acad::eDwgObjectImproperlyRead, what + L": not an entity class");
+            continue;
+        }
+        AcRxObject* made = cls->create();
+        if (made == nullptr) {
+            problems.add(Acad::eDwgObjectImproperlyRead, what + L": its class cannot be made");
+            continue;
+        }
+        auto* entity = static_cast<AcDbEntity*>(made);
+        AcDbStub* stub = stubFor(handle, L"entity");
+        if (stub == nullptr) {
+            delete entity;
+            continue;
+        }
+        impl.adopt(stub, entity, AcDbObjectId(impl.modelSpace));
+        stub->drawOrder = impl.nextDrawOrder++;
+        ObjectAccess::entities(block).push_back(stub);
+        readInto(entity, record, what);
+        const CString layer = entity->layer();
+        if (impl.findLayer(layer) == nullptr) {
+            problems.add(
+                Acad::eDwgObjectImproperlyRead,
+                what + FormatText(L": its layer %s is not in the drawing", layer.GetString()));
+        }
+    }
+    if (!body.atEnd()) {
+        problems.add(Acad::eDwgNotRecoverable,
+                     FormatText(L"%d bytes follow the last entity",
+                                static_cast<int>(body.bytes().size() - body.tell())));
+    }
+
+    AcDbStub* clayer = impl.findStub(handles[3]);
+    if (clayer == nullptr || clayer->object == nullptr ||
+        !clayer->object->isKindOf(AcDbLayerTableRecord::desc())) {
+        problems.add(Acad::eDwgObjectImproperlyRead,
+                     FormatText(L"the current layer %s is not a layer of the drawing",
+                                handles[3].text().GetString()));
+    } else {
+        impl.clayer = clayer;
+    }
+    for (AcDbStub& stub : impl.stubs) {
+        if (stub.object == nullptr) {
+            problems.add(Acad::eDwgObjectImproperlyRead,
+                         FormatText(L"handle %s is referred to but no object has it",
+                                    stub.handle.text().GetString()));
+        }
+        if (stub.handle.value() >= handseed) {
+            problems.add(Acad::eDwgObjectImproperlyRead,
+                         FormatText(L"handle %s is not below the handle seed %s",
+                                    stub.handle.text().GetString(),
+                                    AcDbHandle(handseed).text().GetString()));
+        }
+        stub.writer = false;
+        stub.isNew = false;
+    }
+    impl.handseed = handseed;
+}
+
+}  // namespace
+
+Acad::ErrorStatus ReadDrawingFile(const wchar_t* path, std::unique_ptr<DatabaseImpl>& contents,
+                                  CString& report) {
+    contents.reset();
+    report.Empty();
+    Problems problems;
+    if (path == nullptr || *path == L'\0') {
+        report = L"Cannot read a drawing without a file name.";
+        return Acad::eInvalidInput;
+    }
+    auto fail = [&](Acad::ErrorStatus status, const CString& text) {
+        problems.add(status, text);
+        report = problems.report(L"read", path);
+        return status;
+    };
+
+    std::ifstream in(FsPath(path), std::ios::binary);
+    if (!in) {
+        const bool missing = !std::filesystem::exists(FsPath(path));
+        return fail(missing ? Acad::eFileNotFound : Acad::eFileAccessErr,
+                    missing ? CString(L"no such file") : SystemError());
+    }
+    const std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(in)),
+                                          std::istreambuf_iterator<char>());
+    if (in.bad()) return fail(Acad::eFileAccessErr, SystemError());
+
+    if (bytes.size() < sizeof(kMagic) || std::memcmp(bytes.data(), kMagic, sizeof(kMagic)) != 0) {
+        return fail(Acad::eBadDwgHeader, L"it is not a drawing of this program (no signature)");
+    }
+    if (bytes.size() < kHeaderSize + kCrcSize) {
+        return fail(Acad::eEndOfFile,
+                    FormatText(L"it is truncated: %d bytes, too short for a drawing",
+                               static_cast<int>(bytes.size())));
+    }
+    const auto version = static_cast<Adesk::UInt32>(GetLE(bytes.data() + kVersionOffset, 4));
+    if (version == 0) return fail(Acad::eBadDwgHeader, L"its format version is 0");
+    if (version > kDrawingFormatVersion) {
+        return fail(Acad::eInvalidDwgVersion,
+                    FormatText(L"it was written in format %u by a newer version; this program "
+                               L"reads format %u and older",
+                               version, kDrawingFormatVersion));
+    }
+    const std::uint64_t bodySize = GetLE(bytes.data() + kLengthOffset, 8);
+    const std::uint64_t available = bytes.size() - kHeaderSize - kCrcSize;
+    if (bodySize > available) {
+        return fail(Acad::eEndOfFile,
+                    FormatText(L"it is truncated: %llu bytes of contents, %llu expected",
+                               static_cast<unsigned long long>(available),
+                               static_cast<unsigned long long>(bodySize)));
+    }
+    if (bodySize < available) {
+        return fail(Acad::eDwgNotRecoverable,
+                    FormatText(L"%llu bytes follow the end of the drawing",
+                               static_cast<unsigned long long>(available - bodySize)));
+    }
+    const auto stored =
+        static_cast<std::uint32_t>(GetLE(bytes.data() + bytes.size() - kCrcSize, 4));
+    const std::uint32_t computed = Crc32(bytes.data(), bytes.size() - kCrcSize);
+    if (stored != computed) {
+        return fail(Acad::eDwgCRCError,
+                    FormatText(L"it is damaged: its checksum %08X does not match its contents "
+                               L"(%08X)",
+                               stored, computed));
+    }
+
+    AcDbDatabase temp(false);
+    ReadBody(bytes, temp, problems);
+    if (problems.any()) {
+        report = problems.report(L"read", path);
+        return problems.first();
+    }
+    contents = DatabaseImpl::takeContents(temp);
+    return Acad::eOk;
+}
+
+}  // namespace kelaz

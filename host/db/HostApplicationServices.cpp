@@ -1,0 +1,6 @@
+#include "host/db/HostApplicationServices.h"
+
+AcDbHostApplicationServices* acdbHostApplicationServices() {
+    static AcDbHostApplicationServices services;
+    return &services;
+}
