@@ -56,11 +56,14 @@ public:
     int width() const { return cairo_image_surface_get_width(m_surface.get()); }
     int height() const { return cairo_image_surface_get_height(m_surface.get()); }
 
+    // Outside the picture reads as blank paper.
     RgbColor at(int x, int y) const {
-        const unsigned char* row = cairo_image_surface_get_data(m_surface.get()) +
-                                   y * cairo_image_surface_get_stride(m_surface.get());
+        if (x < 0 || y < 0 || x >= width() || y >= height()) return {1.0, 1.0, 1.0};
+        const unsigned char* row =
+            cairo_image_surface_get_data(m_surface.get()) +
+            static_cast<ptrdiff_t>(y) * cairo_image_surface_get_stride(m_surface.get());
         uint32_t px = 0;
-        std::memcpy(&px, row + 4 * x, sizeof(px));  // native-endian 0x??RRGGBB
+        std::memcpy(&px, row + static_cast<ptrdiff_t>(4) * x, sizeof(px));  // native 0x??RRGGBB
         return {((px >> 16) & 0xFF) / 255.0, ((px >> 8) & 0xFF) / 255.0, (px & 0xFF) / 255.0};
     }
     static double Darkness(const RgbColor& c) { return 1.0 - std::min({c.red, c.green, c.blue}); }
