@@ -190,7 +190,10 @@ Acad::ErrorStatus MemoryDxfFiler::writeItem(const resbuf& rb) {
 
 Acad::ErrorStatus MemoryDxfFiler::readItem(resbuf* pItem) {
     if (m_status != Acad::eOk) return m_status;
-    if (atEOF()) return Acad::eEndOfFile;
+    if (atEOF()) {
+        m_canPushBack = false;
+        return Acad::eEndOfFile;
+    }
     Item& item = m_items[m_pos++];
     m_canPushBack = true;
     if (pItem == nullptr) return m_status;

@@ -6,7 +6,7 @@
 // any number of readers or for write by one writer alone, and every open ends with close().
 // The database owns resident objects: they are never deleted by their users.
 
-#include "host/app/RxObject.h"
+#include "host/app/RxClass.h"
 #include "host/db/AcDb.h"
 #include "host/db/AcadErrorStatus.h"
 #include "host/db/Handle.h"
