@@ -1,0 +1,18 @@
+#include "suite/entities/LayerRule.h"
+
+namespace kelaz {
+
+namespace {
+// What a layer name cannot hold in the host.
+constexpr wchar_t kForbiddenLayerChars[] = L"<>/\\\":;?*|,=`";
+}  // namespace
+
+CString LayerForSysCode(const CString& sysCode) {
+    CString layer = sysCode;
+    layer.Trim();
+    if (layer.IsEmpty()) return kDefaultSuiteLayer;
+    for (const wchar_t* c = kForbiddenLayerChars; *c != L'\0'; ++c) layer.Replace(*c, L'_');
+    return layer;
+}
+
+}  // namespace kelaz
