@@ -25,7 +25,9 @@ protected:
 
 // Declares a class's runtime members: its descriptor, isA(), a checked cast that answers null
 // for an object of another class, and rxInit() which registers the class. Pair it with one of
-// the define macros of host/app/RxClass.h in the class's source file.
+// the define macros of host/app/RxClass.h in the class's source file. The class name is a type
+// there, which cannot be put in parentheses.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define ACRX_DECLARE_MEMBERS(CLASS_NAME)                                       \
     AcRxClass* isA() const override;                                           \
     static AcRxClass* gpDesc;                                                  \
@@ -36,3 +38,4 @@ protected:
                    : static_cast<CLASS_NAME*>(const_cast<AcRxObject*>(inPtr)); \
     }                                                                          \
     static void rxInit()
+// NOLINTEND(bugprone-macro-parentheses)

@@ -99,7 +99,7 @@ namespace Acad {
     X(eDwgCRCError, 404)             \
     X(eNothingToUndo, 405)
 
-#define KELAZ_ERROR_STATUS_ENUMERATOR(name, value) name = value,
+#define KELAZ_ERROR_STATUS_ENUMERATOR(name, value) name = (value),
 enum ErrorStatus { KELAZ_ERROR_STATUS_LIST(KELAZ_ERROR_STATUS_ENUMERATOR) };
 #undef KELAZ_ERROR_STATUS_ENUMERATOR
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "host/db/DatabaseImpl.h"
 #include "host/db/Entity.h"
 #include "host/db/LayerTable.h"
-#include "host/db/OpenObject.h"
 #include "host/db/Polyline.h"
 #include "host/ge/CircArc3d.h"
 #include "host/ge/GeConstants.h"
@@ -40,10 +40,10 @@ public:
     void setLayer(AcDbObjectId layerId) override {
         m_state.layerId = layerId;
         m_state.layer.Empty();
-        AcDbLayerTableRecord* layer = nullptr;
-        if (acdbOpenObject(layer, layerId, AcDb::kForRead) == Acad::eOk) {
-            layer->getName(m_state.layer);
-            layer->close();
+        // Read from the database's structure: drawing must not depend on who has the layer open.
+        AcRxClass* cls = layerId.objectClass();
+        if (cls != nullptr && cls->isDerivedFrom(AcDbLayerTableRecord::desc())) {
+            m_state.layer = DatabaseImpl::recordName(layerId.stub());
         }
     }
     AcDbObjectId layerId() const override { return m_state.layerId; }
