@@ -196,6 +196,40 @@ inline void ExpectDxfRoundTrip(const KelAzEntity& e) {
     EXPECT_EQ(Filed(*back), Filed(e)) << NameOf(e.isA());
 }
 
+// The entity's DXF items, each passed through edit (which may change its value), in a new filer
+// ready to be read: damaged records for the error paths.
+template <class Edit>
+MemoryDxfFiler EditedDxf(const KelAzEntity& e, Edit edit) {
+    MemoryDxfFiler written;
+    e.dxfOutFields(&written);
+    MemoryDxfFiler edited;
+    for (MemoryDxfFiler::Item item : written.items()) {
+        edit(item);
+        resbuf rb{};
+        rb.restype = static_cast<short>(item.code);
+        switch (item.kind) {
+            case DxfValueKind::kString:
+                rb.resval.rstring = item.text.data();
+                break;
+            case DxfValueKind::kPoint:
+                for (int i = 0; i < 3; ++i) rb.resval.rpoint[i] = item.real[i];
+                break;
+            case DxfValueKind::kReal:
+                rb.resval.rreal = item.real[0];
+                break;
+            case DxfValueKind::kInt16:
+                rb.resval.rint = static_cast<short>(item.integer);
+                break;
+            default:
+                rb.resval.rlong = static_cast<Adesk::Int32>(item.integer);
+                break;
+        }
+        EXPECT_EQ(edited.writeItem(rb), Acad::eOk) << item.code;
+    }
+    edited.rewindFiler();
+    return edited;
+}
+
 inline void ExpectExtentsNear(const AcDbExtents& actual, const AcGePoint3d& min,
                               const AcGePoint3d& max, double tol) {
     EXPECT_POINT_NEAR(actual.minPoint(), min, tol);

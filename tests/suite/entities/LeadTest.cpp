@@ -153,27 +153,9 @@ TEST(KelAzLead, BadValuesAreRefusedFromCallersAndFromFiles) {
     EXPECT_VECTOR_NEAR(lead.GetNormal(), AcGeVector3d(0, 0.6, 0.8), kTol);
 
     // A DXF record whose normal is no direction: a message, and the lead keeps its own.
-    kelaz::MemoryDxfFiler dxf;
-    lead.dxfOutFields(&dxf);
-    kelaz::MemoryDxfFiler damaged;
-    for (auto item : dxf.items()) {
+    auto damaged = EditedDxf(lead, [](kelaz::MemoryDxfFiler::Item& item) {
         if (item.code == AcDb::kDxfNormalX) item.real[0] = item.real[1] = item.real[2] = 0.0;
-        resbuf rb{};
-        rb.restype = static_cast<short>(item.code);
-        if (item.kind == kelaz::DxfValueKind::kString) {
-            rb.resval.rstring = item.text.data();
-        } else if (item.kind == kelaz::DxfValueKind::kPoint) {
-            for (int i = 0; i < 3; ++i) rb.resval.rpoint[i] = item.real[i];
-        } else if (item.kind == kelaz::DxfValueKind::kReal) {
-            rb.resval.rreal = item.real[0];
-        } else if (item.kind == kelaz::DxfValueKind::kInt16) {
-            rb.resval.rint = static_cast<short>(item.integer);
-        } else {
-            rb.resval.rlong = static_cast<Adesk::Int32>(item.integer);
-        }
-        ASSERT_EQ(damaged.writeItem(rb), Acad::eOk) << item.code;
-    }
-    damaged.rewindFiler();
+    });
     auto targetPtr = MakeLead({5, 5, 5}, {6, 6, 6}, 0.25);
     KelAzLead& target = *targetPtr;
     EXPECT_EQ(target.dxfInFields(&damaged), Acad::eInvalidDxfCode);

@@ -97,27 +97,10 @@ TEST(KelAzSoftLine, MotionsTurnNormalsAndMirroringsTurnBulges) {
 TEST(KelAzSoftLine, DxfVerticesMustBeComplete) {
     KelAzSoftLine soft;
     soft.addVertexAt({1, 2, 3}, {0, 0, 1}, 0.25);
-    kelaz::MemoryDxfFiler dxf;
-    soft.dxfOutFields(&dxf);
     // Two vertices announced, one given.
-    kelaz::MemoryDxfFiler shorter;
-    for (std::size_t i = 0; i < dxf.items().size(); ++i) {
-        const auto& item = dxf.items()[i];
-        if (item.code == 90) {
-            shorter.writeInt32(AcDb::kDxfInt32, 2);
-        } else if (item.kind == kelaz::DxfValueKind::kString) {
-            shorter.writeString(static_cast<AcDb::DxfCode>(item.code), item.text.c_str());
-        } else if (item.kind == kelaz::DxfValueKind::kPoint) {
-            shorter.writePoint3d(static_cast<AcDb::DxfCode>(item.code),
-                                 {item.real[0], item.real[1], item.real[2]});
-        } else if (item.kind == kelaz::DxfValueKind::kReal) {
-            shorter.writeDouble(static_cast<AcDb::DxfCode>(item.code), item.real[0]);
-        } else {
-            shorter.writeInt16(static_cast<AcDb::DxfCode>(item.code),
-                               static_cast<Adesk::Int16>(item.integer));
-        }
-    }
-    shorter.rewindFiler();
+    auto shorter = EditedDxf(soft, [](kelaz::MemoryDxfFiler::Item& item) {
+        if (item.code == AcDb::kDxfInt32) item.integer = 2;
+    });
     KelAzSoftLine back;
     EXPECT_EQ(back.dxfInFields(&shorter), Acad::eInvalidDxfCode);
     EXPECT_NE(CString(shorter.errorMessage()).Find(L"2 vertices"), -1)
