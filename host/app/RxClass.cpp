@@ -1,5 +1,7 @@
 #include "host/app/RxClass.h"
 
+#include <string_view>
+
 #include "host/Assert.h"
 #include "host/app/RxDictionary.h"
 
@@ -25,6 +27,8 @@ AcRxClass* newAcRxClass(const wchar_t* className, const wchar_t* parentClassName
                         AcRxClass::PseudoConstructor pseudoConstructor, const wchar_t* dxfName,
                         const wchar_t* appName) {
     KELAZ_ASSERT(className != nullptr && *className != L'\0', "a class needs a name");
+    // Every tree hangs from the root: it is there before any class that may name it.
+    if (std::wstring_view(className) != L"AcRxObject") AcRxObject::desc();
     AcRxDictionary* classes = ClassDictionary();
     if (AcRxObject* existing = classes->at(className)) return static_cast<AcRxClass*>(existing);
 
