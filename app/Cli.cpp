@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "app/CalcCommand.h"
+#include "app/DrawingCommands.h"
 #include "app/Version.h"
 
 namespace kelaz {
@@ -18,6 +19,7 @@ int RunMain(int argc, char** argv) {
     app.set_version_flag("--version", std::string("kelaz ") + kVersion);
     int exitStatus = 0;
     AddCalcCommands(app, exitStatus);
+    AddDrawingCommands(app, exitStatus);
 
     try {
         app.parse(argc, argv);

@@ -108,6 +108,9 @@ bool XDataFits(const XDataItem& item) {
     switch (item.code) {
         case 1000:
             return std::holds_alternative<CString>(v);
+        case 1002:  // the control strings that brace a group of items
+            return std::holds_alternative<CString>(v) &&
+                   (std::get<CString>(v) == L"{" || std::get<CString>(v) == L"}");
         case 1040:
         case 1041:
         case 1042:

@@ -16,8 +16,8 @@ struct ExportLayer {
     Adesk::Int16 color = 7;  // colour index of the layer
 };
 
-// One extended-data item with its DXF group code: 1000 text, 1040 real, 1070 16-bit integer,
-// 1071 32-bit integer, 1010 point.
+// One extended-data item with its DXF group code: 1000 text, 1002 "{" or "}" bracing a group,
+// 1040 real, 1070 16-bit integer, 1071 32-bit integer, 1010 point, 1013 direction.
 struct XDataItem {
     int code = 1000;
     std::variant<CString, double, Adesk::Int16, Adesk::Int32, AcGePoint3d> value;

@@ -1,0 +1,88 @@
+#include "app/DrawingCommands.h"
+
+#include <cstdio>
+#include <iostream>
+#include <memory>
+#include <string>
+
+#include "app/drawing/DrawingView.h"
+#include "app/drawing/SampleDrawing.h"
+#include "app/export/Export.h"
+#include "host/db/Database.h"
+
+namespace kelaz {
+
+namespace {
+
+struct DrawingOptions {
+    std::string drawing;
+    std::string output;
+};
+
+int RunDump(const DrawingOptions& opt) {
+    std::string report;
+    const std::unique_ptr<AcDbDatabase> db = OpenDrawing(opt.drawing, report);
+    if (!db) {
+        std::fprintf(stderr, "kelaz: %s\n", report.c_str());
+        return 2;
+    }
+    DumpDrawing(*db, std::cout);
+    return 0;
+}
+
+int RunExport(const DrawingOptions& opt) {
+    std::string report;
+    const std::unique_ptr<AcDbDatabase> db = OpenDrawing(opt.drawing, report);
+    if (!db) {
+        std::fprintf(stderr, "kelaz: %s\n", report.c_str());
+        return 2;
+    }
+    std::string error;
+    if (!ExportByName(BuildExportDrawing(*db), opt.output, error)) {
+        std::fprintf(stderr, "kelaz: export to %s: %s\n", opt.output.c_str(), error.c_str());
+        return 1;
+    }
+    std::printf("%s\n", opt.output.c_str());
+    return 0;
+}
+
+int RunSample(const DrawingOptions& opt) {
+    InitDrawingClasses();
+    AcDbDatabase db;
+    if (!BuildSampleDrawing(db)) {
+        std::fprintf(stderr, "kelaz: the sample drawing could not be built\n");
+        return 1;
+    }
+    if (db.saveAs(FromUtf8(opt.drawing)) != Acad::eOk) {
+        std::fprintf(stderr, "kelaz: %s\n", ToUtf8(LastFileReport(db)).c_str());
+        return 1;
+    }
+    std::printf("%s\n", opt.drawing.c_str());
+    return 0;
+}
+
+}  // namespace
+
+void AddDrawingCommands(CLI::App& app, int& exitStatus) {
+    auto dumpOpt = std::make_shared<DrawingOptions>();
+    CLI::App* dump =
+        app.add_subcommand("dump", "Print every entity of a drawing as one JSON object per line");
+    dump->add_option("drawing", dumpOpt->drawing, "The drawing file")->required();
+    dump->callback([dumpOpt, &exitStatus] { exitStatus = RunDump(*dumpOpt); });
+
+    auto sampleOpt = std::make_shared<DrawingOptions>();
+    CLI::App* sample = app.add_subcommand(
+        "sample", "Write a sample plant-room drawing holding one of every entity class");
+    sample->add_option("drawing", sampleOpt->drawing, "The drawing file to write")->required();
+    sample->callback([sampleOpt, &exitStatus] { exitStatus = RunSample(*sampleOpt); });
+
+    auto exportOpt = std::make_shared<DrawingOptions>();
+    CLI::App* exp = app.add_subcommand(
+        "export", "Write a drawing as DXF, PNG, SVG or PDF (by the file's suffix)");
+    exp->add_option("drawing", exportOpt->drawing, "The drawing file")->required();
+    exp->add_option("-o,--output", exportOpt->output, "The file to write: .dxf, .png, .svg or .pdf")
+        ->required();
+    exp->callback([exportOpt, &exitStatus] { exitStatus = RunExport(*exportOpt); });
+}
+
+}  // namespace kelaz
