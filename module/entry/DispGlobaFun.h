@@ -3,6 +3,8 @@
 // The module's shared static functions. One class for the whole module; each area defines its
 // own functions in its own folder.
 
+#include <memory>
+
 #include "host/db/ObjectId.h"
 #include "host/ge/Extents.h"
 #include "host/ge/GeArrays.h"
@@ -11,8 +13,11 @@
 #include "host/ge/Point2d.h"
 #include "host/ge/Point3d.h"
 #include "host/ge/Vector3d.h"
+#include "host/text/Array.h"
 #include "host/text/CString.h"
 #include "module/entry/LayoutApi.h"
+
+class AcDbPolyline;
 
 class LAYOUT_API CDispGlobaFun {
 public:
@@ -53,4 +58,19 @@ public:
     // (0: the chord is longer than the diameter and center is untouched).
     static int GetCenter(const double start[3], const double end[3], double radius,
                          double center[3]);
+    // Where the plan projections of two polylines cross, at the first one's elevation, in the
+    // order of the first one's segments; with distinct, a point met again (a shared vertex of
+    // two segments) is listed once. False when they do not cross.
+    static bool GetPolylineInterePoint(const std::unique_ptr<AcDbPolyline>& first,
+                                       const std::unique_ptr<AcDbPolyline>& second,
+                                       AcGePoint3dArray& points, bool distinct = true);
+
+    // The insertion point of a point component; the origin when the id is no component.
+    static AcGePoint3d GetInsertPoint(const AcDbObjectId& id);
+    // The same, with the component's system code (left alone when the id is no component).
+    static AcGePoint3d GetInsertPoint(const AcDbObjectId& id, CString& sysCode);
+    // Points and system codes of each id in turn (the origin and an empty code for an id that is
+    // no component), appended to the two arrays.
+    static bool GetInsertPoint(const AcDbObjectIdArray& ids, AcGePoint3dArray& points,
+                               CStringArray& sysCodes);
 };

@@ -4,4 +4,7 @@
 
 #include "module/entry/DispGlobaFun.h"
 #include "module/entry/DispUtils.h"
+#include "module/entry/LayoutClasses.h"
 #include "module/layout/CalcPositionInRect.h"
+#include "module/multipipe/MultiLine.h"
+#include "module/queries/HighLightVector.h"

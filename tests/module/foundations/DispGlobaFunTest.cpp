@@ -3,7 +3,14 @@
 #include <cmath>
 #include <numbers>
 
+#include "host/db/Line.h"
+#include "host/db/Polyline.h"
 #include "module/entry/DispGlobaFun.h"
+#include "suite/entities/KelAzEquipMent.h"
+#include "suite/entities/KelAzPipeValve.h"
+#include "suite/tools/ModelSpace.h"
+#include "tests/support/DbCheckers.h"
+#include "tests/support/GeCheckers.h"
 
 TEST(DispGlobaFun, KelAzRoundTruncatesAfterShiftingHalfAwayFromZero) {
     EXPECT_EQ(CDispGlobaFun::KelAzRound(2.5), 3.0);
@@ -150,4 +157,85 @@ TEST(DispGlobaFun, ExtentsAndCentreOfAnArcThroughTwoPoints) {
     EXPECT_EQ(centre[0], 7);
     EXPECT_EQ(CDispGlobaFun::GetCenter(start, farEnd, 1000.0, centre), 1);
     EXPECT_NEAR(centre[0], 2000.0, 1e-9);
+}
+
+TEST(DispGlobaFun, PolylinesCrossAtLinesAndArcs) {
+    const auto make = [](std::initializer_list<std::pair<AcGePoint2d, double>> vertices,
+                         bool closed = false) {
+        auto p = std::make_unique<AcDbPolyline>();
+        unsigned i = 0;
+        for (const auto& [pt, bulge] : vertices) p->addVertexAt(i++, pt, bulge);
+        p->setClosed(closed);
+        return p;
+    };
+    // A square and a line through it.
+    const auto square = make({{{0, 0}, 0}, {{100, 0}, 0}, {{100, 100}, 0}, {{0, 100}, 0}}, true);
+    const auto across = make({{{-50, 50}, 0}, {{150, 50}, 0}});
+    AcGePoint3dArray hits;
+    EXPECT_TRUE(CDispGlobaFun::GetPolylineInterePoint(across, square, hits));
+    ASSERT_EQ(hits.length(), 2);
+    EXPECT_TRUE(hits[0].isEqualTo(AcGePoint3d(100, 50, 0)));
+    EXPECT_TRUE(hits[1].isEqualTo(AcGePoint3d(0, 50, 0)));
+
+    // A half circle bulging up from (0,0) to (200,0) (counter-clockwise: over the top) meets a
+    // vertical line at x 100 at its top only; a line below the chord it misses.
+    const auto dome = make({{{200, 0}, 1.0}, {{0, 0}, 0}});
+    const auto mast = make({{{100, -500}, 0}, {{100, 500}, 0}});
+    hits.removeAll();
+    EXPECT_TRUE(CDispGlobaFun::GetPolylineInterePoint(dome, mast, hits));
+    ASSERT_EQ(hits.length(), 1);
+    EXPECT_POINT_NEAR(hits[0], AcGePoint3d(100, 100, 0), 1e-9);
+    const auto below = make({{{-500, -10}, 0}, {{500, -10}, 0}});
+    EXPECT_FALSE(CDispGlobaFun::GetPolylineInterePoint(dome, below, hits));
+
+    // Two upper half circles meet once; the lower half of the second would miss the first.
+    const auto other = make({{{300, 0}, 1.0}, {{100, 0}, 0}});
+    const auto otherBelow = make({{{100, 0}, 1.0}, {{300, 0}, 0}});
+    EXPECT_FALSE(CDispGlobaFun::GetPolylineInterePoint(dome, otherBelow, hits));
+    hits.removeAll();
+    EXPECT_TRUE(CDispGlobaFun::GetPolylineInterePoint(dome, other, hits));
+    ASSERT_EQ(hits.length(), 1);
+    EXPECT_POINT_NEAR(hits[0], AcGePoint3d(150, 86.602540378443862, 0), 1e-9);
+    // A shared corner is listed once, or once per segment that meets it.
+    const auto corner = make({{{100, 100}, 0}, {{200, 200}, 0}});
+    hits.removeAll();
+    EXPECT_TRUE(CDispGlobaFun::GetPolylineInterePoint(square, corner, hits));
+    EXPECT_EQ(hits.length(), 1);
+    hits.removeAll();
+    EXPECT_TRUE(CDispGlobaFun::GetPolylineInterePoint(square, corner, hits, false));
+    EXPECT_EQ(hits.length(), 2);
+    EXPECT_FALSE(CDispGlobaFun::GetPolylineInterePoint(nullptr, corner, hits));
+}
+
+TEST(DispGlobaFun, InsertPointsOfComponents) {
+    AcDbDatabase db;
+    auto* valve = new KelAzPipeValve;
+    valve->SetInsertPoint(AcGePoint3d(10, 20, 600));
+    valve->SetSysCode(L"J");
+    AcDbObjectId valveId;
+    ASSERT_EQ(addToModelSpace(valveId, valve, &db), Acad::eOk);
+    auto* fan = new KelAzEquipMent;
+    fan->SetInsertPoint(AcGePoint3d(-5, 0, 2800));
+    fan->SetSysCode(L"SF");
+    AcDbObjectId fanId;
+    ASSERT_EQ(addToModelSpace(fanId, fan, &db), Acad::eOk);
+    const AcDbObjectId line =
+        kelaz::test::Append(db, new AcDbLine(AcGePoint3d(1, 1, 1), AcGePoint3d(2, 2, 2)));
+
+    EXPECT_EQ(CDispGlobaFun::GetInsertPoint(valveId), AcGePoint3d(10, 20, 600));
+    CString code = L"untouched";
+    EXPECT_EQ(CDispGlobaFun::GetInsertPoint(line, code), AcGePoint3d::kOrigin);
+    EXPECT_EQ(code, L"untouched");
+    EXPECT_EQ(CDispGlobaFun::GetInsertPoint(fanId, code), AcGePoint3d(-5, 0, 2800));
+    EXPECT_EQ(code, L"SF");
+
+    AcGePoint3dArray points;
+    CStringArray codes;
+    EXPECT_TRUE(
+        CDispGlobaFun::GetInsertPoint(AcDbObjectIdArray{fanId, line, valveId}, points, codes));
+    EXPECT_EQ(points, (AcGePoint3dArray{AcGePoint3d(-5, 0, 2800), AcGePoint3d::kOrigin,
+                                        AcGePoint3d(10, 20, 600)}));
+    ASSERT_EQ(codes.GetSize(), 3);
+    EXPECT_EQ(codes[1], L"");
+    EXPECT_EQ(codes[2], L"J");
 }
