@@ -1,7 +1,10 @@
 #!/usr/bin/env bash
-# The demonstration: a lighting layout of one room computed by the layout module.
+# The demonstration: layouts computed by the layout module, and a plant-room drawing written,
+# listed and exported as DXF, PNG, SVG and PDF. Files go to out/demo/.
 set -euo pipefail
 kelaz=${1:-kelaz}
+out=${2:-out/demo}
+mkdir -p "$out"
 
 echo "== Lamps in a 3000 x 2000 room: 2 rows of 3, 500 from the row ends, 400 from the walls =="
 "$kelaz" calc rect --corners "0,0 3000,0 3000,2000 0,2000" --rows 2 --per-row 3 \
@@ -14,3 +17,10 @@ echo "== A rotated room (30 degrees), 3 rows of 4 sprinklers =="
 echo "== A margin that does not fit is refused =="
 "$kelaz" calc rect --corners "0,0 3000,0 3000,1800 0,1800" --rows 2 --per-row 3 \
     --margin-along 1000 || echo "(refused, exit status $?)"
+
+echo "== A plant room with one of every entity class, saved, listed and exported =="
+"$kelaz" sample "$out/plant-room.kdw"
+"$kelaz" dump "$out/plant-room.kdw"
+for format in dxf png svg pdf; do
+    "$kelaz" export "$out/plant-room.kdw" -o "$out/plant-room.$format"
+done

@@ -90,7 +90,7 @@ bool BuildSampleDrawing(AcDbDatabase& db) {
     s.Add(duct);
     const AcGePoint3dArray row{AcGePoint3d(600, 2400, 2800), AcGePoint3d(5400, 2400, 2800),
                                AcGePoint3d(5400, 3800, 2800), AcGePoint3d(600, 3800, 2800)};
-    for (const AcGePoint3d& p : CCalcPositionInRect(row, 1, 3, 600, 300).GetPoints()) {
+    for (const AcGePoint3d& p : CCalcPositionInRect(row, 1, 3, 600, 700).GetPoints()) {
         auto* diffuser = s.Suite<KelAzEquipMent>(L"暖通\\风口\\方形散流器", L"SF");
         diffuser->SetInsertPoint(p);
         s.Add(diffuser);
@@ -103,10 +103,11 @@ bool BuildSampleDrawing(AcDbDatabase& db) {
     support->setEndPoint(AcGePoint3d(2000, 2300, 2800));
     s.Add(support);
     auto* flex = s.Suite<KelAzSoftLine>(L"暖通\\风管\\软管", L"SF");
-    flex->addVertexAt(AcGePoint3d(1500, 2200, 2800), AcGeVector3d::kZAxis, 0.0);
-    flex->addVertexAt(AcGePoint3d(1500, 2500, 2800), AcGeVector3d::kZAxis, 0.0);
+    // A flexible connection from the duct's side to the first diffuser, with a bend.
+    flex->addVertexAt(AcGePoint3d(1200, 2200, 2800), AcGeVector3d::kZAxis, 0.0);
+    flex->addVertexAt(AcGePoint3d(1200, 2600, 2800), AcGeVector3d::kZAxis, 0.0);
     flex->setBulgeAt(0, 0.4);
-    flex->addVertexAt(AcGePoint3d(1500, 3000, 2800), AcGeVector3d::kZAxis, 0.0);
+    flex->addVertexAt(AcGePoint3d(1200, 3100, 2800), AcGeVector3d::kZAxis, 0.0);
     s.Add(flex);
 
     // Water supply along the bottom wall with a gate valve and a riser in the corner.
