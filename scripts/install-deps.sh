@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
     build-essential cmake ninja-build pkg-config
-    libboost-dev libfmt-dev libcli11-dev
+    libboost-dev libfmt-dev libcli11-dev libsqlite3-dev
     libgtest-dev libgmock-dev libbenchmark-dev
     libdxflib-dev libcairo2-dev libfontconfig-dev fonts-wqy-microhei
     python3-ezdxf librecad

@@ -1,0 +1,205 @@
+#include "suite/data/ProjectDb.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+#include <set>
+
+namespace kelaz {
+
+namespace {
+
+constexpr char kSqliteMagic[16] = "SQLite format 3";  // with its terminating zero: 16 bytes
+constexpr int kMaxReportedProblems = 5;
+
+bool Refuse(ProjectOpenResult& result, ProjectProblem problem, std::string message) {
+    result.problem = problem;
+    result.message = std::move(message);
+    return false;
+}
+
+// The header is read by hand first so that a file that is no database is never handed to
+// SQLite, which would take an empty file for an empty database.
+bool HasSqliteHeader(const std::string& file) {
+    std::ifstream in(file, std::ios::binary);
+    char head[sizeof kSqliteMagic] = {};
+    if (!in.read(head, sizeof head)) return false;
+    return std::memcmp(head, kSqliteMagic, sizeof head) == 0;
+}
+
+bool FileExists(const std::string& file) {
+    struct stat st {};
+    return ::stat(file.c_str(), &st) == 0;
+}
+
+CString ProjectNameOf(const CString& path) {
+    CString name = path;
+    const int slash = name.ReverseFind(L'/');
+    if (slash >= 0) name = name.Mid(slash + 1);
+    const int dot = name.ReverseFind(L'.');
+    if (dot > 0) name = name.Left(dot);
+    return name;
+}
+
+bool FillNewProject(SqliteDb& db, const CString& name, ProjectOpenResult& result) {
+    SqliteTransaction tx(db);
+    const std::string header =
+        "PRAGMA application_id = " + std::to_string(ProjectDb::kApplicationId) +
+        "; PRAGMA user_version = " + std::to_string(ProjectDb::kSchemaVersion) + ";";
+    if (!tx.Begun() || !db.Exec(kProjectSchemaSql) || !WriteDefaultCatalogue(db, name) ||
+        !db.Exec(header.c_str()) || !tx.Commit())
+        return Refuse(result, ProjectProblem::Io,
+                      "the default project could not be written: " + db.LastError());
+    return true;
+}
+
+}  // namespace
+
+std::unique_ptr<ProjectDb> ProjectDb::Open(const CString& path, ProjectOpenResult& result) {
+    result = {};
+    const std::string file = ToUtf8(path);
+    struct stat st {};
+    if (::stat(file.c_str(), &st) != 0) {
+        Refuse(result, ProjectProblem::Missing, "no such project file");
+        return nullptr;
+    }
+    if (!S_ISREG(st.st_mode) || !HasSqliteHeader(file)) {
+        Refuse(result, ProjectProblem::NotDatabase,
+               "not a kelaz project: the file is not an SQLite database");
+        return nullptr;
+    }
+    std::unique_ptr<ProjectDb> project(new ProjectDb);
+    project->m_path = path;
+    if (!project->m_db.Open(file, SQLITE_OPEN_READWRITE)) {
+        Refuse(result, ProjectProblem::Io, "cannot open: " + project->m_db.LastError());
+        return nullptr;
+    }
+    if (!project->Prepare(result)) return nullptr;
+    return project;
+}
+
+bool ProjectDb::Prepare(ProjectOpenResult& result) {
+    std::int64_t appId = 0;
+    if (!m_db.QueryInt("PRAGMA application_id", appId))
+        return Refuse(result, ProjectProblem::Damaged,
+                      "the project file is damaged: " + m_db.LastError());
+    if (appId != kApplicationId) {
+        char text[96];
+        std::snprintf(text, sizeof text,
+                      "not a kelaz project: an SQLite database of another application "
+                      "(application id %lld)",
+                      static_cast<long long>(appId));
+        return Refuse(result, ProjectProblem::Foreign, text);
+    }
+
+    // Numbered problems as the check reports them, the first few only.
+    {
+        SqliteStatement check(m_db, "PRAGMA integrity_check");
+        std::string problems;
+        int count = 0;
+        while (check.Step()) {
+            const std::string line = ToUtf8(check.Text(0));
+            if (line == "ok") break;
+            if (++count <= kMaxReportedProblems)
+                problems += "\n  " + std::to_string(count) + ". " + line;
+        }
+        if (!check.Ok())
+            return Refuse(result, ProjectProblem::Damaged,
+                          "the project file is damaged: " + m_db.LastError());
+        if (count > 0)
+            return Refuse(result, ProjectProblem::Damaged,
+                          "the project file is damaged (" + std::to_string(count) +
+                              " problems found by the integrity check):" + problems);
+    }
+
+    std::int64_t version = 0;
+    if (!m_db.QueryInt("PRAGMA user_version", version))
+        return Refuse(result, ProjectProblem::Damaged,
+                      "the project file is damaged: " + m_db.LastError());
+    if (version > kSchemaVersion)
+        return Refuse(result, ProjectProblem::TooNew,
+                      "the project was written by a later kelaz (schema " +
+                          std::to_string(version) + ", this program knows " +
+                          std::to_string(kSchemaVersion) + ")");
+    if (version < 1)
+        return Refuse(result, ProjectProblem::Damaged,
+                      "the project file is incomplete: it has no schema version");
+
+    std::set<std::string> tables;
+    {
+        SqliteStatement list(m_db, "SELECT name FROM sqlite_schema WHERE type = 'table'");
+        while (list.Step()) tables.insert(ToUtf8(list.Text(0)));
+        if (!list.Ok())
+            return Refuse(result, ProjectProblem::Damaged,
+                          "the project file is damaged: " + m_db.LastError());
+    }
+    for (int i = 0; i < kProjectTableCount; ++i)
+        if (!tables.count(kProjectTables[i]))
+            return Refuse(result, ProjectProblem::Damaged,
+                          std::string("the project file is incomplete: table ") +
+                              kProjectTables[i] + " is missing");
+
+    if (!m_db.Exec("PRAGMA foreign_keys = ON") || !m_catalogue.Load(m_db))
+        return Refuse(result, ProjectProblem::Damaged,
+                      "the project's catalogue cannot be read: " + m_db.LastError());
+    return true;
+}
+
+std::unique_ptr<ProjectDb> ProjectDb::CreateDefaultInMemory(ProjectOpenResult& result) {
+    result = {};
+    std::unique_ptr<ProjectDb> project(new ProjectDb);
+    if (!project->m_db.Open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) {
+        Refuse(result, ProjectProblem::Io, project->m_db.LastError());
+        return nullptr;
+    }
+    if (!FillNewProject(project->m_db, L"默认项目", result) || !project->Prepare(result))
+        return nullptr;
+    return project;
+}
+
+bool ProjectDb::CreateDefaultFile(const CString& path, bool overwrite, ProjectOpenResult& result) {
+    result = {};
+    const std::string file = ToUtf8(path);
+    if (!overwrite && FileExists(file))
+        return Refuse(result, ProjectProblem::Exists,
+                      "the file exists already (give --force to replace it)");
+
+    // Built beside the target and renamed over it at the end, so that the target is either
+    // the old file or the complete new project, never a half-written one.
+    const std::string temp = file + ".kelaz-new";
+    ::unlink(temp.c_str());
+    ::unlink((temp + "-journal").c_str());
+    {
+        SqliteDb db;
+        if (!db.Open(temp, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE))
+            return Refuse(result, ProjectProblem::Io, "cannot create: " + db.LastError());
+        if (!FillNewProject(db, ProjectNameOf(path), result)) {
+            db.Close();
+            ::unlink(temp.c_str());
+            return false;
+        }
+    }
+    if (std::rename(temp.c_str(), file.c_str()) != 0) {
+        ::unlink(temp.c_str());
+        return Refuse(result, ProjectProblem::Io,
+                      std::string("cannot write: ") + std::strerror(errno));
+    }
+    return true;
+}
+
+CString ProjectDb::GetSetting(const wchar_t* key) {
+    SqliteStatement st(m_db, "SELECT value FROM setting WHERE key = ?1");
+    st.Bind(1, CString(key));
+    return st.Step() ? st.Text(0) : CString();
+}
+
+bool ProjectDb::SetSetting(const wchar_t* key, const CString& value) {
+    SqliteStatement st(m_db, "INSERT OR REPLACE INTO setting(key, value) VALUES (?1, ?2)");
+    return st.Bind(1, CString(key)).Bind(2, value).Run();
+}
+
+}  // namespace kelaz

@@ -1,0 +1,74 @@
+#pragma once
+
+// One project is one SQLite file. Opening checks the file before anything is changed: it must be
+// an SQLite database, carry the project's application id, pass the integrity check and have a
+// schema this program knows. Every change runs inside a transaction, so a process killed in the
+// middle of a write leaves the previous state behind.
+
+#include <memory>
+#include <string>
+
+#include "host/text/CString.h"
+#include "suite/data/AttCatalogue.h"
+#include "suite/data/SqliteDb.h"
+
+namespace kelaz {
+
+enum class ProjectProblem {
+    None,
+    Missing,      // no such file
+    Exists,       // creation refused: the file is there already
+    NotDatabase,  // not an SQLite database at all
+    Foreign,      // an SQLite database of another application
+    Damaged,      // ours, but truncated, corrupt or incomplete
+    TooNew,       // written by a later version of the schema
+    Io,           // the file system refused a read or a write
+};
+
+struct ProjectOpenResult {
+    ProjectProblem problem = ProjectProblem::None;
+    std::string message;  // for the user, UTF-8, empty when all went well
+};
+
+class ProjectDb {
+public:
+    // "KLAZ": marks the file as a project of this program in the SQLite header.
+    static constexpr std::int32_t kApplicationId = 0x4B4C415A;
+    static constexpr std::int64_t kSchemaVersion = 1;
+
+    // Opens an existing project file for reading and writing; null with the reason on refusal.
+    static std::unique_ptr<ProjectDb> Open(const CString& path, ProjectOpenResult& result);
+    // A project that lives in memory only, filled with the default catalogue.
+    static std::unique_ptr<ProjectDb> CreateDefaultInMemory(ProjectOpenResult& result);
+    // Writes the default catalogue to a new file. An existing file is replaced only when
+    // overwrite is set, and then only once the new project is complete.
+    static bool CreateDefaultFile(const CString& path, bool overwrite, ProjectOpenResult& result);
+
+    const CString& Path() const { return m_path; }
+    SqliteDb& Db() { return m_db; }
+    AttCatalogue& Catalogue() { return m_catalogue; }
+
+    // The project's own settings (name, current speciality, current floor).
+    CString GetSetting(const wchar_t* key);
+    bool SetSetting(const wchar_t* key, const CString& value);
+
+private:
+    ProjectDb() = default;
+    bool Prepare(ProjectOpenResult& result);
+
+    CString m_path;
+    SqliteDb m_db;
+    AttCatalogue m_catalogue;
+};
+
+// Creates the tables and fills them with the default catalogue (speciality, floors, categories,
+// system codes, laying modes, commands, layers). The caller holds the transaction.
+bool WriteDefaultCatalogue(SqliteDb& db, const CString& projectName);
+
+// The tables a project file must have; used by the open checks.
+extern const char* const kProjectTables[];
+extern const int kProjectTableCount;
+// The statements that create them.
+extern const char* const kProjectSchemaSql;
+
+}  // namespace kelaz

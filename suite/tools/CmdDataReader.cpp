@@ -1,0 +1,55 @@
+#include "suite/tools/CmdDataReader.h"
+
+#include "suite/data/CurrentProject.h"
+#include "suite/data/ProjectDb.h"
+#include "suite/tools/Globl_Fun.h"
+
+namespace {
+
+constexpr const char* kSelect =
+    "SELECT name, jig_draw_block, check_attribute, update_ui, big_type, small_types, "
+    "refresh_path, extra, description FROM command";
+constexpr wchar_t kExtraSeparator = L';';
+
+CmdData Row(const kelaz::SqliteStatement& st) {
+    CmdData data;
+    data.strCmdName = st.Text(0);
+    data.bJigDrawBlock = st.Int(1) != 0;
+    data.bCheckAttribute = st.Int(2) != 0;
+    data.bUpdateUi = st.Int(3) != 0;
+    data.strBigType = st.Text(4);
+    data.strSmallTypes = st.Text(5);
+    data.strRefreshPath = st.Text(6);
+    CStringArray extra;
+    CGlobl_Fun::StrToStrAry(st.Text(7), extra, kExtraSeparator);
+    for (const CString& item : extra) data.vecExtra.push_back(item);
+    data.strDescription = st.Text(8);
+    return data;
+}
+
+}  // namespace
+
+CCmdDataReader* CCmdDataReader::Instance() {
+    static CCmdDataReader instance;
+    return &instance;
+}
+
+CmdData CCmdDataReader::GetCmdData(const CString& cmd) const {
+    kelaz::ProjectDb* project = kelaz::CurrentProject();
+    if (!project || cmd.IsEmpty()) return CmdData();
+    const std::string sql = std::string(kSelect) + " WHERE name = ?1";
+    kelaz::SqliteStatement st(project->Db(), sql.c_str());
+    return st.Bind(1, cmd).Step() ? Row(st) : CmdData();
+}
+
+bool CCmdDataReader::GetAllCmdData(std::vector<CmdData>& commands) const {
+    kelaz::ProjectDb* project = kelaz::CurrentProject();
+    if (!project) return false;
+    const std::string sql = std::string(kSelect) + " ORDER BY ord";
+    kelaz::SqliteStatement st(project->Db(), sql.c_str());
+    std::vector<CmdData> out;
+    while (st.Step()) out.push_back(Row(st));
+    if (!st.Ok()) return false;
+    commands = std::move(out);
+    return true;
+}
