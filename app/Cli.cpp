@@ -6,6 +6,7 @@
 
 #include "app/CalcCommand.h"
 #include "app/DrawingCommands.h"
+#include "app/ProjectCommand.h"
 #include "app/Version.h"
 
 namespace kelaz {
@@ -20,6 +21,7 @@ int RunMain(int argc, char** argv) {
     int exitStatus = 0;
     AddCalcCommands(app, exitStatus);
     AddDrawingCommands(app, exitStatus);
+    AddProjectCommands(app, exitStatus);
 
     try {
         app.parse(argc, argv);
