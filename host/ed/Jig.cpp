@@ -97,11 +97,12 @@ AcEdJig::DragStatus AcEdJig::Answer(const Event& event, AcGePoint3d& point) {
 }
 
 AcEdJig::DragStatus AcEdJig::acquirePoint(AcGePoint3d& point) {
-    // A sampler that acquires twice in one sample (a keyword, then a point) reads on.
-    if (!m_hasEvent) m_event = ReadEvent();
-    m_hasEvent = false;
-    m_lastKind = m_event.kind;
-    return Answer(m_event, point);
+    // Read here, not before the sampler runs: the sampler sets the keywords and controls the
+    // answer is read with. A sampler that acquires twice in one sample reads on.
+    const Event event = ReadEvent();
+    m_acquired = true;
+    m_lastKind = event.kind;
+    return Answer(event, point);
 }
 
 AcEdJig::DragStatus AcEdJig::acquirePoint(AcGePoint3d& point, const AcGePoint3d& /*basePnt*/) {
@@ -120,14 +121,10 @@ AcEdJig::DragStatus AcEdJig::drag() {
     ed->SetDragging(true);
     m_prompted = false;
     while (true) {
-        m_event = ReadEvent();
-        m_hasEvent = true;
+        m_acquired = false;
         const DragStatus sampled = sampler();
-        // A sampler that never acquired still used up the event.
-        if (m_hasEvent) {
-            m_lastKind = m_event.kind;
-            m_hasEvent = false;
-        }
+        // A sampler that never acquires would wait forever: the input moves on without it.
+        if (!m_acquired) m_lastKind = ReadEvent().kind;
         if (m_lastKind == Event::Kind::kMove || m_lastKind == Event::Kind::kAccept) {
             if (sampled == kNormal) {
                 update();

@@ -117,9 +117,8 @@ private:
     UserInputControls m_controls = static_cast<UserInputControls>(0);
     CursorType m_cursor = kNoSpecialCursor;
 
-    // The event the next acquirePoint answers, and the kind of the last one answered.
-    bool m_hasEvent = false;
-    Event m_event;
+    // Whether the sampler acquired during this sample, and what the last answer was.
+    bool m_acquired = false;
     Event::Kind m_lastKind = Event::Kind::kCancel;
     bool m_prompted = false;
 };

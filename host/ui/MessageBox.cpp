@@ -2,6 +2,9 @@
 
 #include <cstdio>
 
+#include "host/ed/Answer.h"
+#include "host/ed/Editor.h"
+
 namespace kelaz {
 
 namespace {
@@ -39,9 +42,35 @@ int RecordingMessageSink::Show(const MessageBoxRecord& box) {
 }
 
 int ConsoleMessageSink::Show(const MessageBoxRecord& box) {
-    std::printf("[%s] %s\n", ToUtf8(box.caption).c_str(), ToUtf8(box.text).c_str());
-    std::fflush(stdout);
-    return DefaultAnswer(box.flags);
+    Editor* ed = CurrentEditor();
+    if (ed == nullptr) {
+        std::printf("[%s] %s\n", ToUtf8(box.caption).c_str(), ToUtf8(box.text).c_str());
+        std::fflush(stdout);
+        return DefaultAnswer(box.flags);
+    }
+    ed->Print(FormatText(L"\n[%s] %s", box.caption.GetString(), box.text.GetString()));
+    const UINT buttons = box.flags & MB_TYPEMASK;
+    if (buttons != MB_YESNO && buttons != MB_YESNOCANCEL && buttons != MB_OKCANCEL) return IDOK;
+    const wchar_t* prompt = buttons == MB_YESNO         ? L"\n(yes/no): "
+                            : buttons == MB_YESNOCANCEL ? L"\n(yes/no/cancel): "
+                                                        : L"\n(ok/cancel): ";
+    while (true) {
+        CString line;
+        // Input that runs out answers as a box nobody looked at: the quiet default.
+        if (!ed->ReadLine(prompt, Editor::LineKind::kText, line)) return DefaultAnswer(box.flags);
+        const CString word = StripComment(line);
+        const bool cancel =
+            ParseAnswer(word).kind == Answer::Kind::kCancel || word.CompareNoCase(L"cancel") == 0;
+        if (buttons != MB_OKCANCEL) {
+            if (word.CompareNoCase(L"yes") == 0 || word.CompareNoCase(L"y") == 0) return IDYES;
+            if (word.CompareNoCase(L"no") == 0 || word.CompareNoCase(L"n") == 0) return IDNO;
+            if (cancel && buttons == MB_YESNOCANCEL) return IDCANCEL;
+        } else {
+            if (word.CompareNoCase(L"ok") == 0) return IDOK;
+            if (cancel) return IDCANCEL;
+        }
+        ed->Print(buttons == MB_OKCANCEL ? L"\n请回答 ok 或 cancel。" : L"\n请回答 yes 或 no。");
+    }
 }
 
 MessageSink& CurrentMessageSink() { return *Current(); }

@@ -67,8 +67,10 @@ private:
     std::deque<int> m_answers;
 };
 
-// Prints "[caption] text" on standard output; questions take the default answer of a recording
-// sink until the command line can answer them.
+// Shows "[caption] text" on the current command line and reads the answer to a question box
+// from its input: yes / no (y / n), ok / cancel. Input that runs out gives the quiet default of a
+// recording sink. With no command line, prints the box on standard output and answers that
+// default.
 class ConsoleMessageSink : public MessageSink {
 public:
     int Show(const MessageBoxRecord& box) override;

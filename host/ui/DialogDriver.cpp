@@ -1,0 +1,127 @@
+#include "host/ui/DialogDriver.h"
+
+#include "host/ed/Answer.h"
+#include "host/ed/Editor.h"
+
+namespace kelaz {
+
+namespace {
+
+DialogDriver*& Current() {
+    static CommandLineDialogDriver commandLine;
+    static DialogDriver* current = &commandLine;
+    return current;
+}
+
+// The next blank-separated word of text from start; start moves past it.
+CString NextWord(const CString& text, int& start) {
+    while (start < text.GetLength() && (text[start] == L' ' || text[start] == L'\t')) ++start;
+    const int begin = start;
+    while (start < text.GetLength() && text[start] != L' ' && text[start] != L'\t') ++start;
+    return text.Mid(begin, start - begin);
+}
+
+}  // namespace
+
+bool ParseDialogAction(const CString& line, DialogAction& action, CString& error) {
+    const CString text = StripComment(line);
+    const Answer answer = ParseAnswer(text);
+    if (answer.kind == Answer::Kind::kCancel) {
+        action = {DialogAction::Kind::kCancel, 0, CString()};
+        return true;
+    }
+    int pos = 0;
+    const CString verb = NextWord(text, pos);
+    if (verb.CompareNoCase(L"ok") == 0 || verb.CompareNoCase(L"cancel") == 0) {
+        if (!NextWord(text, pos).IsEmpty()) {
+            error = FormatText(L"%s 后面不带参数。", verb.GetString());
+            return false;
+        }
+        action = {
+            verb.CompareNoCase(L"ok") == 0 ? DialogAction::Kind::kOk : DialogAction::Kind::kCancel,
+            0, CString()};
+        return true;
+    }
+    DialogAction parsed;
+    if (verb.CompareNoCase(L"set") == 0) {
+        parsed.kind = DialogAction::Kind::kSet;
+    } else if (verb.CompareNoCase(L"check") == 0) {
+        parsed.kind = DialogAction::Kind::kCheck;
+    } else if (verb.CompareNoCase(L"click") == 0) {
+        parsed.kind = DialogAction::Kind::kClick;
+    } else if (verb.CompareNoCase(L"select") == 0) {
+        parsed.kind = DialogAction::Kind::kSelect;
+    } else {
+        error = L"对话框操作是 ok、cancel、set ID 文字、check ID 0|1|2、click ID 或 select ID 项。";
+        return false;
+    }
+    double id = 0.0;
+    const CString idText = NextWord(text, pos);
+    if (!ParseDecimal(idText, id) || idText.Find(L'.') >= 0 || id < 0.0) {
+        error = FormatText(L"%s 后面应是控件编号。", verb.GetString());
+        return false;
+    }
+    parsed.control = static_cast<int>(id);
+    CString rest = text.Mid(pos);
+    rest.Trim();
+    parsed.value = rest;
+    if (parsed.kind == DialogAction::Kind::kClick && !rest.IsEmpty()) {
+        error = L"click 只带控件编号。";
+        return false;
+    }
+    if (parsed.kind == DialogAction::Kind::kCheck && rest != L"0" && rest != L"1" && rest != L"2") {
+        error = L"check 的状态是 0、1 或 2。";
+        return false;
+    }
+    if (parsed.kind == DialogAction::Kind::kSelect && rest.IsEmpty()) {
+        error = L"select 后面应是项的位置或文字。";
+        return false;
+    }
+    action = parsed;
+    return true;
+}
+
+bool CommandLineDialogDriver::NextAction(const CString& dialogTitle, DialogAction& action) {
+    Editor* ed = CurrentEditor();
+    if (ed == nullptr) return false;
+    const CString prompt = FormatText(L"\n[%s] 对话框操作:", dialogTitle.GetString());
+    while (true) {
+        CString line;
+        if (!ed->ReadLine(prompt, Editor::LineKind::kText, line)) {
+            ed->ShowCancel();
+            return false;
+        }
+        CString error;
+        if (ParseDialogAction(line, action, error)) return true;
+        ed->Print(L"\n" + error);
+    }
+}
+
+void CommandLineDialogDriver::Refuse(const CString& message) {
+    if (Editor* ed = CurrentEditor()) ed->Print(L"\n" + message);
+}
+
+bool ScriptedDialogDriver::Add(const CString& line) {
+    DialogAction action;
+    CString error;
+    if (!ParseDialogAction(line, action, error)) return false;
+    m_actions.push_back(action);
+    return true;
+}
+
+bool ScriptedDialogDriver::NextAction(const CString& /*dialogTitle*/, DialogAction& action) {
+    if (m_actions.empty()) return false;
+    action = m_actions.front();
+    m_actions.pop_front();
+    return true;
+}
+
+DialogDriver& CurrentDialogDriver() { return *Current(); }
+
+ScopedDialogDriver::ScopedDialogDriver(DialogDriver& driver) : m_previous(Current()) {
+    Current() = &driver;
+}
+
+ScopedDialogDriver::~ScopedDialogDriver() { Current() = m_previous; }
+
+}  // namespace kelaz

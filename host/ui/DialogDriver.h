@@ -1,0 +1,79 @@
+#pragma once
+
+// The seam between a modal dialog and whoever drives it. A dialog's DoModal hands itself to the
+// current dialog driver and applies the actions it answers, one at a time, until ok or cancel:
+// tests give the actions up front, the command line reads them from its input source, one per
+// line:
+//   ok                    closes the dialog with IDOK (after its own checks)
+//   cancel                closes it with IDCANCEL (also ^C, ESC, or input that runs out)
+//   set ID TEXT           puts the text into control ID (an edit or combo box)
+//   check ID 0|1|2        sets the state of check box ID
+//   click ID              presses button ID
+//   select ID ITEM        selects the item of list, combo or tree ID, by position (from 0) or
+//                         by its text
+// Control ids are the dialog's resource numbers.
+
+#include <deque>
+
+#include "host/text/CString.h"
+
+namespace kelaz {
+
+struct DialogAction {
+    enum class Kind { kOk, kCancel, kSet, kCheck, kClick, kSelect };
+    Kind kind = Kind::kCancel;
+    int control = 0;
+    CString value;  // kSet: the text; kCheck: "0", "1" or "2"; kSelect: the item
+};
+
+// False with the reason in error when the line is no action.
+bool ParseDialogAction(const CString& line, DialogAction& action, CString& error);
+
+class DialogDriver {
+public:
+    virtual ~DialogDriver() = default;
+    // The next action for the dialog of that title. False when there is none left: the dialog
+    // is then cancelled.
+    virtual bool NextAction(const CString& dialogTitle, DialogAction& action) = 0;
+    // Tells the driver that the dialog could not apply its last action, and why.
+    virtual void Refuse(const CString& message) = 0;
+};
+
+// Reads the actions from the current command line; a line that is no action is refused with a
+// message and the next one read.
+class CommandLineDialogDriver : public DialogDriver {
+public:
+    bool NextAction(const CString& dialogTitle, DialogAction& action) override;
+    void Refuse(const CString& message) override;
+};
+
+// Actions given up front, for tests; refusals are kept.
+class ScriptedDialogDriver : public DialogDriver {
+public:
+    void Add(const DialogAction& action) { m_actions.push_back(action); }
+    // Adds the action a line describes; false when it is none.
+    bool Add(const CString& line);
+    bool NextAction(const CString& dialogTitle, DialogAction& action) override;
+    void Refuse(const CString& message) override { m_refusals.push_back(message); }
+    const std::deque<CString>& Refusals() const { return m_refusals; }
+
+private:
+    std::deque<DialogAction> m_actions;
+    std::deque<CString> m_refusals;
+};
+
+// The command line's driver unless a test installs another.
+DialogDriver& CurrentDialogDriver();
+
+class ScopedDialogDriver {
+public:
+    explicit ScopedDialogDriver(DialogDriver& driver);
+    ~ScopedDialogDriver();
+    ScopedDialogDriver(const ScopedDialogDriver&) = delete;
+    ScopedDialogDriver& operator=(const ScopedDialogDriver&) = delete;
+
+private:
+    DialogDriver* m_previous;
+};
+
+}  // namespace kelaz
