@@ -58,13 +58,22 @@ void UndoLog::closeSegment() {
 }
 
 void UndoLog::beginGroup() {
-    if (m_depth++ == 0) openSegment();
+    if (m_depth++ == 0) {
+        m_split = false;
+        openSegment();
+    }
 }
 
 void UndoLog::endGroup() {
     if (m_depth == 0) return;
-    // A command is one step even when it changed nothing, as the host counts them.
-    if (--m_depth == 0) closeSegment();
+    if (--m_depth != 0) return;
+    // A command is one step even when it changed nothing, as the host counts them; but the
+    // empty tail of a command split by a mark or a step back is no step of its own.
+    if (m_split && m_open != nullptr && m_open->records.empty()) {
+        m_open.reset();
+    } else {
+        closeSegment();
+    }
 }
 
 void UndoLog::addMark() {
@@ -74,7 +83,10 @@ void UndoLog::addMark() {
     auto mark = std::make_unique<Entry>();
     mark->mark = true;
     m_entries.push_back(std::move(mark));
-    if (inGroup) openSegment();
+    if (inGroup) {
+        m_split = true;
+        openSegment();
+    }
 }
 
 Acad::ErrorStatus UndoLog::checkUndoable(std::size_t fromEntry) const {
@@ -105,7 +117,10 @@ Acad::ErrorStatus UndoLog::undoGroups(int n, int* stepsDone) {
         m_undoing = false;
         if (stepsDone != nullptr) *stepsDone = static_cast<int>(steps);
     }
-    if (inGroup) openSegment();
+    if (inGroup) {
+        m_split = true;
+        openSegment();
+    }
     return es;
 }
 

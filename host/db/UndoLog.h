@@ -93,6 +93,7 @@ private:
     std::vector<std::unique_ptr<Entry>> m_entries;
     std::unique_ptr<Entry> m_open;  // the segment of the open group, while one is open
     int m_depth = 0;
+    bool m_split = false;  // the open group was split by a mark or a step back
     bool m_enabled = true;
     bool m_undoing = false;
     std::uint64_t m_serial = 0;
