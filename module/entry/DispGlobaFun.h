@@ -10,6 +10,7 @@
 #include "host/ge/GeArrays.h"
 #include "host/ge/Line3d.h"
 #include "host/ge/LineSeg2d.h"
+#include "host/ge/Plane.h"
 #include "host/ge/Point2d.h"
 #include "host/ge/Point3d.h"
 #include "host/ge/Vector3d.h"
@@ -36,6 +37,29 @@ public:
     static bool IsEqualPoints(const double a[3], const double b[3]);
     // Walks a comma list of five-character type codes; it answers false for every input.
     static bool IsSuitedType(CString type, CString list);
+
+    // --- elevations ---
+
+    // Is the text an elevation: an absolute number, or a floor, the letter F (or f) and an
+    // optional signed offset ("3F+500")? For the floor form floor and offset receive the parts
+    // (offset keeps the caller's value when the text has none); isAbsolute tells which form.
+    static bool CheckLevel(const CString& text, double& floor, double& offset, bool& isAbsolute);
+    // The elevation the text gives, the floor form resolved through the project's floor table.
+    // Wrong text is reported to the drafter and answered with false, level untouched.
+    static bool GetLevel(double& level, const CString& text);
+    // The bottom of the floor in the project's floor table plus offset; false, level untouched,
+    // when no row holds the floor. Silent.
+    static bool CheckFloorInfo(double& level, double floor, double offset);
+    // An elevation relative to the current floor made absolute; reports a missing floor.
+    static bool ConverLevel(double& level, const double& relative);
+    // Height of p over the plane: positive on its normal's side.
+    static double GetLevelOnPlane(const AcGePlane& plane, const AcGePoint3d& p);
+    // Puts p at the height over the plane, straight above (or below) where it stood.
+    static AcGePoint3d SetLevelOnPlane(const AcGePlane& plane, AcGePoint3d& p, double height);
+    // The same for a point given in the plane's own coordinates.
+    static AcGePoint3d SetLevelOnPlane(const AcGePlane& plane, const AcGePoint2d& p, double height);
+    // The higher end of a pipe-like entity; 0 when the id is no suite entity.
+    static double GetPipeLevel(const AcDbObjectId& id);
 
     // --- plane geometry ---
 

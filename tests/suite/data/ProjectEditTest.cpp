@@ -5,7 +5,7 @@
 
 #include "suite/data/Att.h"
 #include "suite/data/ProjCookie.h"
-#include "tests/suite/data/ProjectFixture.h"
+#include "tests/support/ProjectFixture.h"
 
 using namespace KelAzDataMng;
 using ProjectEdit = kelaz::test::ProjectTest;

@@ -9,7 +9,7 @@
 
 #include "suite/data/Proj.h"
 #include "suite/data/ProjCookie.h"
-#include "tests/suite/data/ProjectFixture.h"
+#include "tests/support/ProjectFixture.h"
 
 using kelaz::ProjectDb;
 using kelaz::ProjectOpenResult;

@@ -4,7 +4,7 @@
 #include "suite/data/HorizontalLayMng.h"
 #include "suite/data/Proj.h"
 #include "suite/data/SysCode.h"
-#include "tests/suite/data/ProjectFixture.h"
+#include "tests/support/ProjectFixture.h"
 
 using namespace KelAzDataMng;
 using ProjectLookup = kelaz::test::ProjectTest;

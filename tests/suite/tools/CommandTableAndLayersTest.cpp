@@ -7,7 +7,7 @@
 #include "suite/tools/CmdDataReader.h"
 #include "suite/tools/Globl_Fun.h"
 #include "suite/tools/KELAzLayer.h"
-#include "tests/suite/data/ProjectFixture.h"
+#include "tests/support/ProjectFixture.h"
 
 using CommandTable = kelaz::test::ProjectTest;
 using Layers = kelaz::test::ProjectTest;
