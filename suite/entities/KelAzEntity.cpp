@@ -66,7 +66,7 @@ CString KelAzEntity::GetSmallTypeNamePath() const {
     return m_smallTypeNamePath;
 }
 
-CString KelAzEntity::OwnLayer() const { return kelaz::LayerForSysCode(m_sysCode); }
+CString KelAzEntity::OwnLayer() const { return kelaz::LayerForComponent(m_attName, m_sysCode); }
 
 Acad::ErrorStatus KelAzEntity::MoveToLayer(const CString& layer) {
     // A name the layer table would refuse is caught before anything is made.

@@ -23,10 +23,10 @@ public:
     // against the day it is, and has no effect here.
     Acad::ErrorStatus SetAttName(const CString& attName, bool updateFromDatabase = true);
     CString GetAttName() const;
-    // With updateFromDatabase the entity moves onto the layer for the code (LayerForSysCode,
-    // unless a subclass names a layer of its own), creating the layer in the drawing when it is
-    // missing; if that fails the code is not changed either. Without it only the code is
-    // recorded (for a copy whose layer is already right).
+    // With updateFromDatabase the entity moves onto the layer for its category and code
+    // (LayerForComponent, unless a subclass names a layer of its own), creating the layer in the
+    // drawing when it is missing; if that fails the code is not changed either. Without it only
+    // the code is recorded (for a copy whose layer is already right).
     Acad::ErrorStatus SetSysCode(const CString& sysCode, bool updateFromDatabase = true);
     CString GetSysCode() const;
     Acad::ErrorStatus SetTypeNamePath(const CString& typeNamePath);

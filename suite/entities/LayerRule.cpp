@@ -1,5 +1,7 @@
 #include "suite/entities/LayerRule.h"
 
+#include "suite/tools/KELAzLayer.h"
+
 namespace kelaz {
 
 namespace {
@@ -13,6 +15,14 @@ CString LayerForSysCode(const CString& sysCode) {
     if (layer.IsEmpty()) return kDefaultSuiteLayer;
     for (const wchar_t* c = kForbiddenLayerChars; *c != L'\0'; ++c) layer.Replace(*c, L'_');
     return layer;
+}
+
+CString LayerForComponent(const CString& attName, const CString& sysCode) {
+    if (!attName.IsEmpty() && !sysCode.IsEmpty()) {
+        const CString layer = CKELAzLayer::GetLayerByObjName_BySysCode(attName, sysCode, 0);
+        if (!layer.IsEmpty()) return layer;
+    }
+    return LayerForSysCode(sysCode);
 }
 
 }  // namespace kelaz

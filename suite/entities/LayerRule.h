@@ -14,4 +14,8 @@ inline constexpr const wchar_t* kDefaultSuiteLayer = L"KELAZ";
 // refine this one day; every entity asks here.
 CString LayerForSysCode(const CString& sysCode);
 
+// The layer of a component: the open project's layer for its category and system when the
+// project has one ("暖通-风口-SF"), otherwise the system code's layer.
+CString LayerForComponent(const CString& attName, const CString& sysCode);
+
 }  // namespace kelaz

@@ -5,6 +5,7 @@
 #include "host/db/Entity.h"
 #include "host/db/HostApplicationServices.h"
 #include "host/db/LayerTable.h"
+#include "suite/tools/KELAzLayer.h"
 
 namespace kelaz {
 
@@ -21,6 +22,10 @@ Acad::ErrorStatus EnsureLayer(AcDbDatabase* db, const CString& name, short color
     if (es != Acad::eOk) {
         layers->close();
         return es;
+    }
+    if (colorIndex < 0) {
+        KelAzLayerRecord stored;
+        colorIndex = CKELAzLayer::GetLayer(name, stored) ? stored.nColor : 7;
     }
     auto* record = new AcDbLayerTableRecord;
     record->setName(name);

@@ -15,6 +15,7 @@ class AcDbEntity;
 Acad::ErrorStatus addToModelSpace(AcDbObjectId& id, AcDbEntity* entity, AcDbDatabase* db = nullptr);
 
 namespace kelaz {
-// Makes sure the layer exists in the database; a new layer gets the colour index given.
-Acad::ErrorStatus EnsureLayer(AcDbDatabase* db, const CString& name, short colorIndex = 7);
+// Makes sure the layer exists in the database. A new layer gets the colour index given, or
+// with none (-1) the colour the open project's layer table gives it, else white.
+Acad::ErrorStatus EnsureLayer(AcDbDatabase* db, const CString& name, short colorIndex = -1);
 }  // namespace kelaz
