@@ -8,6 +8,7 @@
 #include "app/DrawingCommands.h"
 #include "app/ProjectCommand.h"
 #include "app/Version.h"
+#include "app/shell/ShellCommands.h"
 
 namespace kelaz {
 
@@ -21,6 +22,9 @@ int RunMain(int argc, char** argv) {
     int exitStatus = 0;
     AddCalcCommands(app, exitStatus);
     AddDrawingCommands(app, exitStatus);
+    AddShellCommand(app, exitStatus);
+    AddRunCommand(app, exitStatus);
+    AddHelpCommand(app, exitStatus);
     AddProjectCommands(app, exitStatus);
 
     try {

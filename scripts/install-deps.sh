@@ -6,7 +6,7 @@ packages=(
     build-essential cmake ninja-build pkg-config
     libboost-dev libfmt-dev libcli11-dev libsqlite3-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    libdxflib-dev libcairo2-dev libfontconfig-dev fonts-wqy-microhei
+    libdxflib-dev libcairo2-dev libfontconfig-dev fonts-wqy-microhei libedit-dev
     python3-ezdxf librecad
 )
 
