@@ -20,7 +20,7 @@ Editor*& Current() {
 
 CString WithoutLineEnds(const CString& prompt) {
     CString text = prompt;
-    text.Trim(L"\r\n");
+    text.Trim(L" \t\r\n");
     return text;
 }
 
@@ -95,6 +95,7 @@ bool Editor::ReadLine(const CString& prompt, LineKind kind, CString& line) {
             const int lastBreak = shown.ReverseFind(L'\n');
             Write(shown.Left(lastBreak + 1));
             promptLine = shown.Mid(lastBreak + 1);
+            if (!promptLine.IsEmpty()) m_atLineStart = false;
         } else {
             Write(shown);
         }

@@ -57,8 +57,8 @@ public:
     explicit ArcCommand(Editor& editor) : m_editor(editor) {}
 
     CString Prompt() const override {
-        static const wchar_t* const prompts[] = {L"\n指定圆弧的起点:", L"\n指定圆弧的第二个点:",
-                                                 L"\n指定圆弧的端点:"};
+        static const wchar_t* const prompts[] = {L"\n指定圆弧的起点: ", L"\n指定圆弧的第二个点: ",
+                                                 L"\n指定圆弧的端点: "};
         return prompts[m_count];
     }
 
@@ -116,7 +116,7 @@ public:
     explicit UndoCommand(Editor& editor) : m_editor(editor), m_keywords(L"BEgin End Mark Back") {}
 
     CString Prompt() const override {
-        return L"\n输入要放弃的操作数目或 [开始(BE)/结束(E)/标记(M)/后退(B)] <1>:";
+        return L"\n输入要放弃的操作数目或 [开始(BE)/结束(E)/标记(M)/后退(B)] <1>: ";
     }
 
     Step Feed(const CommandInput& input) override {
@@ -234,13 +234,13 @@ SelectionPrompt::SelectionPrompt(Editor& editor) : m_editor(editor) {}
 CString SelectionPrompt::Prompt() const {
     switch (m_state) {
         case State::kObjects:
-            return L"\n选择对象 [窗口(W)/窗交(C)]:";
+            return L"\n选择对象 [窗口(W)/窗交(C)]: ";
         case State::kWindowFirst:
         case State::kCrossingFirst:
-            return L"\n指定第一个角点:";
+            return L"\n指定第一个角点: ";
         case State::kWindowSecond:
         case State::kCrossingSecond:
-            return L"\n指定对角点:";
+            return L"\n指定对角点: ";
     }
     return CString();
 }

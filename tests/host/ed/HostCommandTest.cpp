@@ -126,7 +126,7 @@ TEST(HostCommands, CommandOverTwoCallsPausesForTheEndPoint) {
     ASSERT_TRUE(LastArc(arc));
     EXPECT_POINT_NEAR(arc.end, AcGePoint3d(1000, 1000, 0), kTol);
     // With echo off only the pause's prompt shows, with the answer.
-    EXPECT_EQ(cl.Out(), "指定圆弧的端点:1000,1000\n");
+    EXPECT_EQ(cl.Out(), "指定圆弧的端点: 1000,1000\n");
 
     // A cancel at the pause cancels the command.
     cl.Type(L"^C");
@@ -172,7 +172,7 @@ TEST(HostCommands, EchoAndTheRecordedCommandList) {
     const ads_point a = {0, 0, 0};
     ASSERT_EQ(acedCommand(RTSTR, L"UNDO", RTSTR, L"M", RTNONE), RTNORM);
     EXPECT_EQ(cl.Out(),
-              "命令: UNDO\n输入要放弃的操作数目或 [开始(BE)/结束(E)/标记(M)/后退(B)] <1>:M\n");
+              "命令: UNDO\n输入要放弃的操作数目或 [开始(BE)/结束(E)/标记(M)/后退(B)] <1>: M\n");
     resbuf off;
     off.restype = RTSHORT;
     off.resval.rint = 0;
@@ -226,7 +226,7 @@ TEST(HostCommands, CommandPromptRunsTypedCommandsAndRefusesUnknownOnes) {
     EXPECT_FALSE(cl.editor.InputExhausted());  // ran out at the command prompt: a normal end
     EXPECT_EQ(LiveEntities(), 0);              // drawn, then undone
     EXPECT_EQ(cl.Out(),
-              "命令: arc\n指定圆弧的起点:0,0\n指定圆弧的第二个点:50,50\n指定圆弧的端点:100,0\n"
+              "命令: arc\n指定圆弧的起点: 0,0\n指定圆弧的第二个点: 50,50\n指定圆弧的端点: 100,0\n"
               "命令: \n"
               "命令: bogus\n未知命令\"bogus\"。输入 HELP 查看命令列表。\n"
               "命令: 3,4\n未知命令\"3,4\"。输入 HELP 查看命令列表。\n"

@@ -1,0 +1,91 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "tests/support/RunProgram.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using kelaz::test::RunKelaz;
+
+fs::path WorkDir(const std::string& name) {
+    const fs::path dir = fs::path(::testing::TempDir()) / name;
+    fs::remove_all(dir);
+    fs::create_directories(dir);
+    return dir;
+}
+
+void Write(const fs::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+const char* const kSession =
+    "arc\n0,0\n50,50\n100,0\n"
+    "UNDO\nm\n"
+    "ERASE\n50,50\n\n"
+    "u\n"
+    "DUMP\n";
+
+TEST(Shell, PipedShellAndScriptRunPrintTheSameSession) {
+    const fs::path dir = WorkDir("shell-vs-run");
+    Write(dir / "s.kls", kSession);
+    const auto run = kelaz::test::RunKelaz("run '" + (dir / "s.kls").string() + "'");
+    const auto shell = kelaz::test::RunKelaz("shell < '" + (dir / "s.kls").string() + "'");
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(shell.status, 0);
+    EXPECT_EQ(shell.out, run.out);
+    EXPECT_NE(run.out.find("\"class\":\"AcDbArc\""), std::string::npos) << run.out;
+}
+
+TEST(Shell, ADrawingOpenedFirstIsSavedBackByDefault) {
+    const fs::path dir = WorkDir("run-drawing");
+    Write(dir / "draw.kls", "ARC\n0,0\n50,50\n100,0\n");
+    const std::string drawing = (dir / "one.kdw").string();
+    ASSERT_EQ(RunKelaz("run '" + (dir / "draw.kls").string() + "' --save '" + drawing + "'").status,
+              0);
+    // A second session adds an arc to the drawing and saves it under its own name.
+    Write(dir / "more.kls", "ARC\n200,0\n250,50\n300,0\nSAVE\n\n");
+    const auto more =
+        RunKelaz("run '" + (dir / "more.kls").string() + "' --drawing '" + drawing + "'");
+    EXPECT_EQ(more.status, 0) << more.out;
+    EXPECT_NE(more.out.find("已保存 " + drawing), std::string::npos) << more.out;
+    const auto dump = RunKelaz("dump '" + drawing + "'");
+    EXPECT_EQ(std::count(dump.out.begin(), dump.out.end(), '\n'), 2) << dump.out;
+
+    // A drawing that cannot be read stops the run before any command.
+    Write(dir / "bad.kdw", "not a drawing");
+    const auto bad = RunKelaz("run '" + (dir / "more.kls").string() + "' --drawing '" +
+                              (dir / "bad.kdw").string() + "'");
+    EXPECT_EQ(bad.status, 2);
+    EXPECT_EQ(bad.out.find("命令:"), std::string::npos) << bad.out;
+}
+
+TEST(Shell, ProjectFileIsOpenedForTheSession) {
+    const fs::path dir = WorkDir("run-project");
+    Write(dir / "s.kls", "DUMP\n");
+    const std::string project = (dir / "p.kproj").string();
+    ASSERT_EQ(RunKelaz("project init '" + project + "'").status, 0);
+    EXPECT_EQ(RunKelaz("run '" + (dir / "s.kls").string() + "' --project '" + project + "'").status,
+              0);
+    Write(dir / "junk.kproj", "junk");
+    const auto junk = RunKelaz("run '" + (dir / "s.kls").string() + "' --project '" +
+                               (dir / "junk.kproj").string() + "'");
+    EXPECT_EQ(junk.status, 2);
+    EXPECT_NE(junk.out.find("junk.kproj"), std::string::npos) << junk.out;
+}
+
+TEST(Shell, HelpOnTheInputGrammar) {
+    const auto help = RunKelaz("help input");
+    EXPECT_EQ(help.status, 0);
+    for (const char* form : {"x,y", "@dx,dy", "drag x,y", "^C", "'NAME", "# ...", "ok | cancel"}) {
+        EXPECT_NE(help.out.find(form), std::string::npos) << form;
+    }
+    EXPECT_EQ(RunKelaz("help nosuch").status, 2);
+    EXPECT_EQ(RunKelaz("run /no/such/script.kls").status, 2);
+}
+
+}  // namespace
