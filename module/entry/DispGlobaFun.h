@@ -4,6 +4,7 @@
 // own functions in its own folder.
 
 #include <memory>
+#include <utility>
 
 #include "host/db/ObjectId.h"
 #include "host/ge/Extents.h"
@@ -13,6 +14,7 @@
 #include "host/ge/Plane.h"
 #include "host/ge/Point2d.h"
 #include "host/ge/Point3d.h"
+#include "host/ge/Scale3d.h"
 #include "host/ge/Vector3d.h"
 #include "host/text/Array.h"
 #include "host/text/CString.h"
@@ -37,6 +39,42 @@ public:
     static bool IsEqualPoints(const double a[3], const double b[3]);
     // Walks a comma list of five-character type codes; it answers false for every input.
     static bool IsSuitedType(CString type, CString list);
+
+    // --- the component type of the running command ---
+
+    // The attribute chosen in the property bar, as a catalogue path. With check, an attribute
+    // the open project's catalogue does not hold counts as none; with showMessage an empty
+    // answer is reported to the drafter.
+    static CString GetCurAttName(const bool& check, const bool& showMessage);
+    // The system code chosen in the property bar, checked and reported alike.
+    static CString GetCurSysCode(const bool& check, const bool& showMessage);
+    // Every chosen system code, the current one first; false when none is chosen.
+    static bool GetCurSysCodes(CStringArray& sysCodes);
+
+    // --- point components ---
+
+    // A component of the current attribute and system at the point: a section entity or an
+    // equipment as the attribute's section type says. False, nothing created, without a
+    // current attribute or system, or when the section data cannot be read (reported).
+    static bool AddOneEquip(AcGePoint3d point, double rotation, AcDbObjectId& id,
+                            AcGeScale3d scale);
+    // Always an equipment, without section lookup or scale.
+    static bool AddOneEquip(AcGePoint3d point, double rotation, AcDbObjectId& id);
+    // As the four-argument AddOneEquip, setting the normal instead of the scale.
+    static bool AddSectent(AcGePoint3d point, double rotation, AcGeVector3d normal,
+                           AcDbObjectId& id);
+    // The duplicate check of point placement: is a component of the class already standing at
+    // the point, on the layers of the current category and system?
+    static bool HasSamePunctateEquip(AcGePoint3d point, CString className, bool showMessage);
+    // One component of the attribute and system given (the current ones when empty); whether it
+    // was created, and its id.
+    static std::pair<bool, AcDbObjectId> CreateSingleNodeEntity(AcGePoint3d point, CString attName,
+                                                                CString sysCode, double rotation,
+                                                                AcGeVector3d normal,
+                                                                AcGeScale3d scale);
+    // One component per point; how many were created.
+    static int CreateNodeEntities(const AcGePoint3dArray& points, CString attName, CString sysCode,
+                                  double rotation, AcGeVector3d normal, AcGeScale3d scale);
 
     // --- elevations ---
 

@@ -57,7 +57,7 @@ TEST_F(AppProject, InitThenShowPrintsTheDefaultProject) {
         "\n      空调机组\n        组合式空调机组  [1] 空调机组",
         "  暖通: SF 送风 (4, CONTINUOUS), HF 回风 (3, DASHED)",
         "  1_5u: WL 照明",
-        "  PLACE        jau 布置设备  风设备: 空调机组,风机,风机盘管",
+        "  AIRUNIT      jau 布置风设备  风设备: 空调机组,风机,风机盘管",
         "  FLANGETABLE  --- 法兰匹配表  风部件: 风法兰  +方形  +圆形\n",
         "  电气-灯具-WL 2 CONTINUOUS\n",
     };

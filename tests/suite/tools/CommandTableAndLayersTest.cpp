@@ -13,12 +13,14 @@ using CommandTable = kelaz::test::ProjectTest;
 using Layers = kelaz::test::ProjectTest;
 
 TEST_F(CommandTable, KnownAndUnknownCommands) {
+    const CmdData units = CCmdDataReader::Instance()->GetCmdData(L"AIRUNIT");
+    EXPECT_EQ(units.strCmdName, L"AIRUNIT");
+    EXPECT_TRUE(units.bJigDrawBlock && units.bCheckAttribute && units.bUpdateUi);
+    EXPECT_EQ(units.strBigType, L"风设备");
+    EXPECT_EQ(units.strSmallTypes, L"空调机组,风机,风机盘管");
+    EXPECT_EQ(units.strRefreshPath, L"暖通\\风设备");
     const CmdData place = CCmdDataReader::Instance()->GetCmdData(L"PLACE");
-    EXPECT_EQ(place.strCmdName, L"PLACE");
-    EXPECT_TRUE(place.bJigDrawBlock && place.bCheckAttribute && place.bUpdateUi);
-    EXPECT_EQ(place.strBigType, L"风设备");
-    EXPECT_EQ(place.strSmallTypes, L"空调机组,风机,风机盘管");
-    EXPECT_EQ(place.strRefreshPath, L"暖通\\风设备");
+    EXPECT_TRUE(place.bCheckAttribute && !place.bUpdateUi && place.strBigType.IsEmpty());
 
     // Typed commands match whatever their case.
     EXPECT_EQ(CCmdDataReader::Instance()->GetCmdData(L"flangetable").strCmdName, L"FLANGETABLE");
