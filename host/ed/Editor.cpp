@@ -64,13 +64,6 @@ void Editor::FinishLine() {
     m_soft = true;
 }
 
-void Editor::EndAnswerLine() {
-    // A terminal moved to the next line when Enter was pressed.
-    if (m_input == nullptr || !m_input->IsTerminal()) Write(L"\n");
-    m_atLineStart = true;
-    m_soft = true;
-}
-
 bool Editor::RunTransparent(const CString& name) {
     AcEdCommand* cmd = FindRegisteredCommand(name);
     if (cmd == nullptr) {
@@ -100,15 +93,16 @@ bool Editor::ReadLine(const CString& prompt, LineKind kind, CString& line) {
             Write(shown);
         }
 
-        bool fromQueue = false;
-        bool echo = !terminal;
+        // Typed at a terminal, the line is on the screen and the cursor on the next line
+        // already; any other line is echoed here, unless it was queued not to be.
+        bool typedAtTerminal = false;
+        bool echo = true;
         while (true) {
             if (!m_queue.empty()) {
                 line = m_queue.front().text;
                 echo = m_queue.front().echo;
                 m_queue.pop_front();
-                fromQueue = true;
-                if (terminal) Write(promptLine);
+                typedAtTerminal = false;
             } else if (m_exhausted || m_input == nullptr || !m_input->NextLine(promptLine, line)) {
                 if (kind != LineKind::kCommand && !m_exhausted) {
                     m_exhausted = true;
@@ -116,14 +110,23 @@ bool Editor::ReadLine(const CString& prompt, LineKind kind, CString& line) {
                     m_exhaustedPrompt = WithoutLineEnds(prompt);
                 }
                 return false;
+            } else {
+                echo = true;
+                typedAtTerminal = terminal;
             }
             // A comment is no answer: the same prompt waits for the next line.
             if (ParseAnswer(line).kind != Answer::Kind::kComment) break;
-            if (fromQueue && terminal) EndAnswerLine();
         }
 
-        if (echo) Write(kind == LineKind::kText ? line : StripComment(line));
-        if (echo || !fromQueue) EndAnswerLine();
+        if (typedAtTerminal) {
+            m_atLineStart = true;
+            m_soft = true;
+        } else if (echo) {
+            if (terminal) Write(promptLine);
+            EchoLine(kind == LineKind::kText ? line : StripComment(line));
+        } else if (terminal) {
+            Write(promptLine);
+        }
 
         if (kind == LineKind::kAnswer) {
             const Answer answer = ParseAnswer(line);

@@ -108,7 +108,6 @@ private:
 
     void Write(const CString& text);
     CString Absorb(const CString& text);
-    void EndAnswerLine();
     bool RunTransparent(const CString& name);
 
     AcDbDatabase* m_db;
