@@ -5,6 +5,7 @@
 #include <memory>
 #include <sstream>
 
+#include "app/commands/LayoutCommands.h"
 #include "app/drawing/DrawingView.h"
 #include "app/export/Export.h"
 #include "app/shell/InputHelp.h"
@@ -148,6 +149,7 @@ Session::Session(InputSource& input, std::ostream& out) {
                     DumpCommand);
     RegisterCommand(kSessionGroup, L"HELP", L"列出命令", quiet, HelpCommand);
     RegisterCommand(kSessionGroup, L"QUIT", L"结束", quiet, QuitCommand);
+    RegisterLayoutCommands();
 }
 
 Session::~Session() {
@@ -155,6 +157,7 @@ Session::~Session() {
         acDocManager->closeDocument(acDocManager->curDocument());
     }
     acedRegCmds->removeGroup(kSessionGroup);
+    UnregisterLayoutCommands();
     KelAzDataMng::CloseProject();
     SetDocumentConsole(nullptr, &std::cout);
     g_session = nullptr;

@@ -1,0 +1,275 @@
+#include "app/commands/LayoutCommands.h"
+
+#include <vector>
+
+#include "app/shell/Session.h"
+#include "host/ed/EditorInput.h"
+#include "module/commands/InitCmd.h"
+#include "module/entry/DispGlobaFun.h"
+#include "module/queries/KelAzSelect.h"
+#include "suite/bar/FaceBarCtrl.h"
+#include "suite/data/Att.h"
+#include "suite/data/FloorMng.h"
+#include "suite/data/Proj.h"
+#include "suite/data/ProjCookie.h"
+#include "suite/data/SysCode.h"
+
+namespace kelaz {
+
+namespace {
+
+constexpr const wchar_t* kGroup = L"KELAZ_LAYOUT";
+constexpr size_t kAnswerSize = 512;
+// The elevation a new history starts from: a typical ceiling.
+constexpr const wchar_t* kDefaultLevel = L"2800";
+
+// A text answer; false on a cancel. Enter gives the empty text.
+bool AskText(const CString& prompt, CString& answer, bool spaces = false) {
+    wchar_t buf[kAnswerSize] = {};
+    if (acedGetString(spaces ? 1 : 0, prompt, buf, kAnswerSize) != RTNORM) return false;
+    answer = buf;
+    answer.Trim();
+    return true;
+}
+
+// Every attribute path of the catalogue below path (a speciality, a category ...).
+void CollectAttributes(const CString& path, int depth, std::vector<CString>& out) {
+    CStringArray children;
+    if (!KelAzDataMng::CAtt::GetChildNames(path, children)) return;
+    for (const CString& child : children) {
+        const CString full = path.IsEmpty() ? child : path + L"\\" + child;
+        if (depth == 3) {
+            out.push_back(full);
+        } else {
+            CollectAttributes(full, depth + 1, out);
+        }
+    }
+}
+
+// Paths of the attributes a drafter's text names: the path itself, or the attributes of that
+// name in the current speciality, or failing those in any speciality.
+std::vector<CString> FindAttributes(const CString& text) {
+    KelAzDataMng::SAttDataIndex index;
+    if (KelAzDataMng::AttNameToAttId(text, index)) return {text};
+    std::vector<CString> all, here, elsewhere;
+    CollectAttributes(CString(), 0, all);
+    const CString spec = KelAzDataMng::CProj::GetCurrentSpec() + L"\\";
+    for (const CString& path : all) {
+        if (path.Mid(path.ReverseFind(L'\\') + 1) != text) continue;
+        (path.Left(spec.GetLength()) == spec ? here : elsewhere).push_back(path);
+    }
+    return here.empty() ? elsewhere : here;
+}
+
+void ListChildren(const CString& path, int depth) {
+    CStringArray children;
+    if (!KelAzDataMng::CAtt::GetChildNames(path, children)) return;
+    for (const CString& child : children) {
+        acutPrintf(L"\n%s%s", CString(L' ', 2 * (depth + 1)).GetString(), child.GetString());
+        if (depth < 2) ListChildren(path + L"\\" + child, depth + 1);
+    }
+}
+
+// The first system code of a speciality, empty when it has none.
+CString FirstCode(const CString& spec) {
+    std::vector<KelAzDataMng::CSysCodeData> codes;
+    return KelAzDataMng::CISysCode::GetSpecCodeInfos(spec, codes) && !codes.empty()
+               ? codes.front().GetFullName()
+               : CString();
+}
+
+// Moves the project to another speciality as the bar would: its attribute is dropped and its
+// system code becomes the new speciality's first.
+bool SwitchSpeciality(const CString& spec) {
+    if (spec == KelAzDataMng::CProj::GetCurrentSpec()) return true;
+    if (!KelAzDataMng::CProj::SetCurrentSpec(spec)) return false;
+    IFaceBarCtrl::SetCurAttName(CString());
+    IFaceBarCtrl::SetCurSysCode(FirstCode(spec));
+    return true;
+}
+
+void AttCommand() {
+    for (;;) {
+        const CString current = IFaceBarCtrl::GetCurAttName();
+        CString text;
+        if (!AskText(FormatText(L"\n输入构件名称或路径[列表(?)]<%s>:",
+                                current.IsEmpty() ? L"无" : current.GetString()),
+                     text, true)) {
+            return;
+        }
+        if (text.IsEmpty()) return;
+        if (text == L"?") {
+            const CString spec = KelAzDataMng::CProj::GetCurrentSpec();
+            acutPrintf(L"\n%s", spec.GetString());
+            ListChildren(spec, 0);
+            continue;
+        }
+        const std::vector<CString> found = FindAttributes(text);
+        if (found.size() == 1) {
+            const CString& path = found.front();
+            SwitchSpeciality(path.Left(path.Find(L'\\')));
+            IFaceBarCtrl::SetCurAttName(path);
+            // The bar always shows a system: the speciality's first until one is chosen.
+            if (IFaceBarCtrl::GetCurSysCode().IsEmpty()) {
+                IFaceBarCtrl::SetCurSysCode(FirstCode(KelAzDataMng::CProj::GetCurrentSpec()));
+            }
+            acutPrintf(L"\n当前构件: %s", path.GetString());
+            return;
+        }
+        if (found.size() > 1) {
+            for (const CString& path : found) acutPrintf(L"\n  %s", path.GetString());
+            acutPrintf(L"\n有多个同名构件，请输入完整路径");
+            continue;
+        }
+        CStringArray children;
+        if (KelAzDataMng::CAtt::GetChildNames(text, children) && !children.IsEmpty()) {
+            for (const CString& child : children)
+                acutPrintf(L"\n  %s\\%s", text.GetString(), child.GetString());
+            continue;
+        }
+        acutPrintf(L"\n没有找到构件: %s", text.GetString());
+    }
+}
+
+void SysCommand() {
+    const CString spec = KelAzDataMng::CProj::GetCurrentSpec();
+    for (;;) {
+        CString text;
+        if (!AskText(FormatText(L"\n输入系统编号[列表(?)]<%s>:",
+                                IFaceBarCtrl::GetCurSysCode().GetString()),
+                     text)) {
+            return;
+        }
+        if (text.IsEmpty()) return;
+        std::vector<KelAzDataMng::CSysCodeData> codes;
+        if (text == L"?") {
+            KelAzDataMng::CISysCode::GetSpecCodeInfos(spec, codes);
+            for (const auto& c : codes)
+                acutPrintf(L"\n  %s %s", c.GetFullName().GetString(), c.GetName().GetString());
+            continue;
+        }
+        if (IFaceBarCtrl::SetCurSysCode(text)) {
+            acutPrintf(L"\n当前系统编号: %s", text.GetString());
+            return;
+        }
+        acutPrintf(L"\n%s专业没有系统编号 %s", spec.GetString(), text.GetString());
+    }
+}
+
+void FloorCommand() {
+    for (;;) {
+        CString text;
+        if (!AskText(FormatText(L"\n输入当前楼层[列表(?)]<%s>:",
+                                KelAzDataMng::CProj::GetCurFloorName().GetString()),
+                     text)) {
+            return;
+        }
+        if (text.IsEmpty()) return;
+        if (text == L"?") {
+            CArray<KelAzDataMng::FloorRecord> floors;
+            KelAzDataMng::CProj::GetAllFloorData(floors);
+            for (const auto& f : floors) {
+                acutPrintf(L"\n  %s  层高 %g  底标高 %g", f.strName.GetString(), f.dHeight,
+                           f.dElevation);
+            }
+            continue;
+        }
+        if (KelAzDataMng::CProj::SetCurFloorName(text)) {
+            acutPrintf(L"\n当前楼层: %s", text.GetString());
+            return;
+        }
+        acutPrintf(L"\n没有这个楼层: %s", text.GetString());
+    }
+}
+
+void SpecCommand() {
+    for (;;) {
+        CString text;
+        if (!AskText(FormatText(L"\n输入专业[列表(?)]<%s>:",
+                                KelAzDataMng::CProj::GetCurrentSpec().GetString()),
+                     text)) {
+            return;
+        }
+        if (text.IsEmpty()) return;
+        if (text == L"?") {
+            CStringArray specs;
+            KelAzDataMng::CProj::GetAllSpecs(specs);
+            for (const CString& s : specs) acutPrintf(L"\n  %s", s.GetString());
+            continue;
+        }
+        if (SwitchSpeciality(text)) {
+            acutPrintf(L"\n当前专业: %s", text.GetString());
+            return;
+        }
+        acutPrintf(L"\n没有这个专业: %s", text.GetString());
+    }
+}
+
+// The elevation of the components, in either form; the last ones typed are offered first. False
+// on a cancel.
+bool AskLevel(const CString& key, double& level) {
+    auto history = KelAzDataMng::CKelAzProjCookie::Instance()->GetLevelHeightObj();
+    CStringArray recent = history->GetLevelHeight(key);
+    const CString offered = recent.IsEmpty() ? CString(kDefaultLevel) : recent[0];
+    for (;;) {
+        CString text;
+        if (!AskText(FormatText(L"\n输入标高(数值或楼层形式，如3F+500)<%s>:", offered.GetString()),
+                     text))
+            return false;
+        if (text.IsEmpty()) text = offered;
+        if (!CDispGlobaFun::GetLevel(level, text)) continue;  // the drafter has been told why
+        CStringArray updated;
+        updated.Add(text);
+        for (const CString& old : recent) {
+            if (old != text) updated.Add(old);
+        }
+        history->SetLevelHeight(key, updated);
+        return true;
+    }
+}
+
+void PlaceCommand() {
+    CInitCmd guard(L"PLACE");
+    if (!guard.IsValid()) {
+        if (IFaceBarCtrl::GetCurAttName().IsEmpty()) acutPrintf(L"\n请先用 ATT 选择要布置的构件");
+        return;
+    }
+    double level = 0.0;
+    if (!AskLevel(L"PLACE_level", level)) return;
+    const CString attName = CDispGlobaFun::GetCurAttName(true, false);
+    acutPrintf(L"\n布置 %s，系统 %s，标高 %g", attName.GetString(),
+               CDispGlobaFun::GetCurSysCode(false, false).GetString(), level);
+    int placed = 0;
+    for (;;) {
+        AcGePoint3d point;
+        if (CKelAzSelect::GetInsertPoint(point, true) != RTNORM) break;
+        point.z = level;
+        if (CDispGlobaFun::HasSamePunctateEquip(point, L"KELAZEQUIPMENT", true) ||
+            CDispGlobaFun::HasSamePunctateEquip(point, L"KELAZKELSECTENT", true)) {
+            acutPrintf(L"\n同一个点不能重复布置");
+            continue;
+        }
+        if (CDispGlobaFun::CreateSingleNodeEntity(point, CString(), CString(), 0.0,
+                                                  AcGeVector3d::kZAxis, AcGeScale3d())
+                .first) {
+            ++placed;
+        }
+    }
+    acutPrintf(L"\n已布置 %d 个构件", placed);
+}
+
+}  // namespace
+
+void RegisterLayoutCommands() {
+    const Adesk::Int32 flags = ACRX_CMD_MODAL;
+    RegisterCommand(kGroup, L"ATT", L"选择要布置的构件（属性栏）", flags, AttCommand);
+    RegisterCommand(kGroup, L"SYS", L"选择系统编号", flags, SysCommand);
+    RegisterCommand(kGroup, L"FLOOR", L"设置当前楼层", flags, FloorCommand);
+    RegisterCommand(kGroup, L"SPEC", L"切换专业", flags, SpecCommand);
+    RegisterCommand(kGroup, L"PLACE", L"逐点布置当前构件（输入标高，回车结束）", flags,
+                    PlaceCommand);
+}
+
+void UnregisterLayoutCommands() { acedRegCmds->removeGroup(kGroup); }
+
+}  // namespace kelaz
