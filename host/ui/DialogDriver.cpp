@@ -43,6 +43,17 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
         return true;
     }
     DialogAction parsed;
+    if (verb.CompareNoCase(L"key") == 0) {
+        CString key = text.Mid(pos);
+        key.Trim();
+        if (key.CompareNoCase(L"space") == 0 || key.CompareNoCase(L"enter") == 0) key.MakeLower();
+        if (key.GetLength() != 1 && key != L"space" && key != L"enter") {
+            error = L"key 后面是一个字符、space 或 enter。";
+            return false;
+        }
+        action = {DialogAction::Kind::kKey, 0, key};
+        return true;
+    }
     if (verb.CompareNoCase(L"set") == 0) {
         parsed.kind = DialogAction::Kind::kSet;
     } else if (verb.CompareNoCase(L"check") == 0) {
@@ -52,7 +63,9 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
     } else if (verb.CompareNoCase(L"select") == 0) {
         parsed.kind = DialogAction::Kind::kSelect;
     } else {
-        error = L"对话框操作是 ok、cancel、set ID 文字、check ID 0|1|2、click ID 或 select ID 项。";
+        error =
+            L"对话框操作是 ok、cancel、set ID 文字、check ID 0|1|2、click ID、select ID 项或 key "
+            L"字符。";
         return false;
     }
     double id = 0.0;
@@ -87,7 +100,8 @@ bool CommandLineDialogDriver::NextAction(const CString& dialogTitle, DialogActio
     const CString prompt = FormatText(L"\n[%s] 对话框操作:", dialogTitle.GetString());
     while (true) {
         CString line;
-        if (!ed->ReadLine(prompt, Editor::LineKind::kText, line)) {
+        // As at a command's prompt, a transparent command may run between two actions.
+        if (!ed->ReadLine(prompt, Editor::LineKind::kAnswer, line)) {
             ed->ShowCancel();
             return false;
         }

@@ -11,6 +11,7 @@
 //   click ID              presses button ID
 //   select ID ITEM        selects the item of list, combo or tree ID, by position (from 0) or
 //                         by its text
+//   key C                 types the character C (key space: a blank, key enter: Enter)
 // Control ids are the dialog's resource numbers.
 
 #include <deque>
@@ -20,10 +21,10 @@
 namespace kelaz {
 
 struct DialogAction {
-    enum class Kind { kOk, kCancel, kSet, kCheck, kClick, kSelect };
+    enum class Kind { kOk, kCancel, kSet, kCheck, kClick, kSelect, kKey };
     Kind kind = Kind::kCancel;
     int control = 0;
-    CString value;  // kSet: the text; kCheck: "0", "1" or "2"; kSelect: the item
+    CString value;  // kSet: the text; kCheck: "0", "1" or "2"; kSelect: the item; kKey: the key
 };
 
 // False with the reason in error when the line is no action.
