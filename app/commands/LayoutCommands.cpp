@@ -6,6 +6,8 @@
 #include "host/ed/EditorInput.h"
 #include "module/commands/InitCmd.h"
 #include "module/entry/DispGlobaFun.h"
+#include "module/foundations/LevelDlg.h"
+#include "module/foundations/PickLevel.h"
 #include "module/queries/KelAzSelect.h"
 #include "suite/bar/FaceBarCtrl.h"
 #include "suite/data/Att.h"
@@ -258,6 +260,20 @@ void PlaceCommand() {
     acutPrintf(L"\n已布置 %d 个构件", placed);
 }
 
+// The elevation box of the placement commands, worked at the command line until OK or Cancel.
+void LevelCommand() {
+    CLevelDlg box(L"PLACE");
+    box.Create();
+    if (box.RunModeless() == IDOK) acutPrintf(L"\n当前标高: %g", kelaz::CurrentLevel());
+    box.DestroyWindow();
+}
+
+// Run by the elevation box's pick button, inside whatever prompt is waiting.
+void PickHeightCommand() {
+    double level = 0.0;
+    if (CPickLevel::GetLevelOnDlg(level)) acutPrintf(L"\n拾取的标高: %g", level);
+}
+
 }  // namespace
 
 void RegisterLayoutCommands() {
@@ -268,6 +284,9 @@ void RegisterLayoutCommands() {
     RegisterCommand(kGroup, L"SPEC", L"切换专业", flags, SpecCommand);
     RegisterCommand(kGroup, L"PLACE", L"逐点布置当前构件（输入标高，回车结束）", flags,
                     PlaceCommand);
+    RegisterCommand(kGroup, L"LEVEL", L"标高对话框（输入或拾取标高）", flags, LevelCommand);
+    RegisterCommand(kGroup, L"PICKHEIGHT", L"拾取对象的标高（透明命令 'PickHeight）",
+                    ACRX_CMD_TRANSPARENT, PickHeightCommand);
 }
 
 void UnregisterLayoutCommands() { acedRegCmds->removeGroup(kGroup); }
