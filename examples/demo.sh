@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The demonstration: layouts computed by the layout module, a plant-room drawing written, listed
 # and exported as DXF, PNG, SVG and PDF, and a drafting session scripted at kelaz's command line
-# (examples/drafting.kls) on that drawing. Files go to out/demo/.
+# (examples/drafting.kls) on that drawing: arcs drawn, erased and undone, ceiling lamps laid out
+# in rows and placed at a picked elevation in the default project. Files go to out/demo/.
 set -euo pipefail
 kelaz=${1:-kelaz}
 out=${2:-out/demo}
@@ -26,9 +27,9 @@ for format in dxf png svg pdf; do
     "$kelaz" export "$out/plant-room.kdw" -o "$out/plant-room.$format"
 done
 
-echo "== A scripted drafting session on the plant room: arcs drawn, erased, undone, saved =="
+echo "== A scripted drafting session on the plant room: arcs, then lamps on floor 2, saved =="
 "$kelaz" run examples/drafting.kls --drawing "$out/plant-room.kdw" \
     --save "$out/plant-room-drafted.kdw" --dxf "$out/plant-room-drafted.dxf" \
     --png "$out/plant-room-drafted.png"
-echo "== The arcs the session left in the drawing =="
-"$kelaz" dump "$out/plant-room-drafted.kdw" | grep '"class":"AcDbArc"'
+echo "== The arcs and lamps the session left in the drawing =="
+"$kelaz" dump "$out/plant-room-drafted.kdw" | grep -E '"class":"AcDbArc"|吸顶灯'

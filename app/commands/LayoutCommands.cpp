@@ -8,6 +8,7 @@
 #include "module/entry/DispGlobaFun.h"
 #include "module/foundations/LevelDlg.h"
 #include "module/foundations/PickLevel.h"
+#include "module/layout/CalcPositionInRect.h"
 #include "module/queries/KelAzSelect.h"
 #include "suite/bar/FaceBarCtrl.h"
 #include "suite/data/Att.h"
@@ -260,6 +261,54 @@ void PlaceCommand() {
     acutPrintf(L"\n已布置 %d 个构件", placed);
 }
 
+// A whole number or a length with a default for Enter; false on a cancel.
+bool AskInt(const wchar_t* prompt, int& value) {
+    acedInitGet(RSG_NONEG, nullptr);
+    int answer = value;
+    const int rc = acedGetInt(FormatText(L"%s<%d>:", prompt, value), &answer);
+    if (rc == RTNORM) value = answer;
+    return rc == RTNORM || rc == RTNONE;
+}
+
+bool AskReal(const wchar_t* prompt, double& value) {
+    acedInitGet(RSG_NONEG, nullptr);
+    double answer = value;
+    const int rc = acedGetReal(FormatText(L"%s<%g>:", prompt, value), &answer);
+    if (rc == RTNORM) value = answer;
+    return rc == RTNORM || rc == RTNONE;
+}
+
+// Components of the current type in rows inside a rectangle: its corner, the end of the side
+// the rows run along and the end of the side they are stacked along.
+void RectLayoutCommand() {
+    CInitCmd guard(L"RECTLAYOUT");
+    if (!guard.IsValid()) {
+        if (IFaceBarCtrl::GetCurAttName().IsEmpty()) acutPrintf(L"\n请先用 ATT 选择要布置的构件");
+        return;
+    }
+    ads_point p0 = {0, 0, 0}, p1 = {0, 0, 0}, p3 = {0, 0, 0};
+    if (acedGetPoint(nullptr, L"\n指定布置区域的角点:", p0) != RTNORM) return;
+    if (acedGetPoint(p0, L"\n指定行方向的另一端:", p1) != RTNORM) return;
+    if (acedGetPoint(p0, L"\n指定列方向的另一端:", p3) != RTNORM) return;
+    static int rows = 2;
+    static int perRow = 3;
+    static double along = 0.0;
+    static double across = 0.0;
+    if (!AskInt(L"\n输入行数", rows) || !AskInt(L"\n输入每行个数", perRow) ||
+        !AskReal(L"\n输入行方向边距", along) || !AskReal(L"\n输入列方向边距", across)) {
+        return;
+    }
+    double level = 0.0;
+    if (!AskLevel(L"PLACE_level", level)) return;
+    const AcGePoint3d a(p0[0], p0[1], level), b(p1[0], p1[1], level), d(p3[0], p3[1], level);
+    const AcGePoint3dArray corners{a, b, b + (d - a), d};
+    const AcGePoint3dArray points =
+        CCalcPositionInRect(corners, rows, perRow, along, across).GetPoints();
+    const int placed = CDispGlobaFun::CreateNodeEntities(points, CString(), CString(), 0.0,
+                                                         AcGeVector3d::kZAxis, AcGeScale3d());
+    acutPrintf(L"\n已布置 %d 个构件", placed);
+}
+
 // The elevation box of the placement commands, worked at the command line until OK or Cancel.
 void LevelCommand() {
     CLevelDlg box(L"PLACE");
@@ -284,6 +333,8 @@ void RegisterLayoutCommands() {
     RegisterCommand(kGroup, L"SPEC", L"切换专业", flags, SpecCommand);
     RegisterCommand(kGroup, L"PLACE", L"逐点布置当前构件（输入标高，回车结束）", flags,
                     PlaceCommand);
+    RegisterCommand(kGroup, L"RECTLAYOUT", L"在矩形区域内按行布置当前构件", flags,
+                    RectLayoutCommand);
     RegisterCommand(kGroup, L"LEVEL", L"标高对话框（输入或拾取标高）", flags, LevelCommand);
     RegisterCommand(kGroup, L"PICKHEIGHT", L"拾取对象的标高（透明命令 'PickHeight）",
                     ACRX_CMD_TRANSPARENT, PickHeightCommand);
