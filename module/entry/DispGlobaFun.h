@@ -20,6 +20,7 @@
 #include "host/text/CString.h"
 #include "module/entry/LayoutApi.h"
 
+class AcDbEntity;
 class AcDbPolyline;
 
 class LAYOUT_API CDispGlobaFun {
@@ -72,6 +73,16 @@ public:
                                                                 CString sysCode, double rotation,
                                                                 AcGeVector3d normal,
                                                                 AcGeScale3d scale);
+    // A valve of the current attribute and system at the point (on a pipe the caller found).
+    static bool AddOneValve(AcGePoint3d point, double rotation, AcDbObjectId& id);
+    // Hands a new entity to the drawing and refreshes what depends on it; on failure the
+    // entity stays the caller's.
+    static bool AppendEntity(AcDbEntity* entity, AcDbObjectId& id);
+    // The system code and the attribute name of a drawn component; empty for anything else.
+    static CString GetSysCodeOnId(const AcDbObjectId& id);
+    static CString GetObjectNameOnId(const AcDbObjectId& id);
+    // Writes the catalogue's pending attribute edits and lets the property bar show them.
+    static bool SaveAttAndUpdate();
     // One component per point; how many were created.
     static int CreateNodeEntities(const AcGePoint3dArray& points, CString attName, CString sysCode,
                                   double rotation, AcGeVector3d normal, AcGeScale3d scale);

@@ -4,10 +4,12 @@
 #include "host/ui/ResourceOverride.h"
 #include "module/entry/DispGlobaFun.h"
 #include "module/entry/Resource.h"
+#include "suite/bar/FaceBarCtrl.h"
 #include "suite/data/Att.h"
 #include "suite/data/SysCode.h"
 #include "suite/entities/KelAzEquipMent.h"
 #include "suite/entities/KelAzKelSectEnt.h"
+#include "suite/entities/KelAzPipeValve.h"
 #include "suite/reactor/ReactorHelper.h"
 #include "suite/tools/KELAzLayer.h"
 #include "suite/tools/KELToolKit.h"
@@ -38,14 +40,9 @@ KelAzNode* NodeForSection(int sectionType) {
 
 // Appends the node and refreshes what depends on it; the node is the drawing's or deleted.
 bool Append(KelAzNode* node, AcDbObjectId& id) {
-    AcDbObjectId newId;
-    if (addToModelSpace(newId, node) != Acad::eOk) {
-        delete node;
-        return false;
-    }
-    id = newId;
-    KelAzReactorHelper::FlushGraphic(CString());
-    return true;
+    if (CDispGlobaFun::AppendEntity(node, id)) return true;
+    delete node;
+    return false;
 }
 
 // The node for AddOneEquip and AddSectent, with name, point, rotation and code set; null when
@@ -192,4 +189,47 @@ int CDispGlobaFun::CreateNodeEntities(const AcGePoint3dArray& points, CString at
         if (CreateSingleNodeEntity(p, attName, sysCode, rotation, normal, scale).first) ++created;
     }
     return created;
+}
+
+bool CDispGlobaFun::AddOneValve(AcGePoint3d point, double rotation, AcDbObjectId& id) {
+    const CString sysCode = GetCurSysCode(true, true);
+    if (sysCode.IsEmpty()) return false;
+    const CString attName = GetCurAttName(true, false);
+    if (attName.IsEmpty()) return false;
+    auto* valve = new KelAzPipeValve;
+    valve->SetAttName(attName);
+    valve->SetInsertPoint(point);
+    valve->setRotation(rotation);
+    valve->SetSysCode(sysCode);
+    return Append(valve, id);
+}
+
+bool CDispGlobaFun::AppendEntity(AcDbEntity* entity, AcDbObjectId& id) {
+    AcDbObjectId newId;
+    if (!entity || addToModelSpace(newId, entity) != Acad::eOk) return false;
+    id = newId;
+    KelAzReactorHelper::FlushGraphic(CString());
+    return true;
+}
+
+namespace {
+CString ReadSuiteText(const AcDbObjectId& id, bool sysCode) {
+    KelAzEntity* entity = nullptr;
+    if (acdbOpenObject(entity, id, AcDb::kForRead) != Acad::eOk) return CString();
+    const CString text = sysCode ? entity->GetSysCode() : entity->GetAttName();
+    entity->close();
+    return text;
+}
+}  // namespace
+
+CString CDispGlobaFun::GetSysCodeOnId(const AcDbObjectId& id) { return ReadSuiteText(id, true); }
+
+CString CDispGlobaFun::GetObjectNameOnId(const AcDbObjectId& id) {
+    return ReadSuiteText(id, false);
+}
+
+bool CDispGlobaFun::SaveAttAndUpdate() {
+    if (!KelAzDataMng::CAtt::Save()) return false;
+    IFaceBarCtrl::UpdateSelf();
+    return true;
 }

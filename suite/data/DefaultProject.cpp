@@ -289,6 +289,7 @@ constexpr CommandDef kCommands[] = {
     {L"FLOOR", L"楼层设置", false, false, false, L"", L"", L"", L""},
     {L"SPEC", L"切换专业", false, false, false, L"", L"", L"", L""},
     {L"PICKHEIGHT", L"拾取标高", false, false, false, L"", L"", L"", L""},
+    {L"LEVEL", L"标高对话框", false, false, false, L"", L"", L"", L""},
 };
 
 // Colour of the annotation layers, whatever the system.

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include "module/entry/DispGlobaFun.h"
+#include "suite/data/Att.h"
+#include "suite/data/Proj.h"
 #include "suite/entities/KelAzEquipMent.h"
 #include "suite/entities/KelAzKelSectEnt.h"
 #include "suite/reactor/ReactorHelper.h"
@@ -127,4 +129,27 @@ TEST_F(NodePlacement, TheDuplicateCheckAnswersByTheComponentsFoundAtThePoint) {
     EXPECT_FALSE(CDispGlobaFun::HasSamePunctateEquip(AcGePoint3d(3000, 1000, 2800),
                                                      L"KELAZEQUIPMENT", true));
     EXPECT_TRUE(sink.Records().empty());
+}
+
+TEST_F(NodePlacement, ValvesNamesCodesAndSavingTheCatalogue) {
+    AcDbObjectId id;
+    ASSERT_TRUE(KelAzDataMng::CProj::SetCurrentSpec(L"给排水"));
+    Choose(L"给排水\\附件\\阀门\\闸阀", L"J");
+    ASSERT_TRUE(CDispGlobaFun::AddOneValve(AcGePoint3d(100, 0, 600), 0, id));
+    EXPECT_EQ(ClassOf(id), L"KelAzPipeValve");
+    EXPECT_EQ(CDispGlobaFun::GetSysCodeOnId(id), L"J");
+    EXPECT_EQ(CDispGlobaFun::GetObjectNameOnId(id), L"给排水\\附件\\阀门\\闸阀");
+    EXPECT_EQ(CDispGlobaFun::GetSysCodeOnId(AcDbObjectId()), L"");
+
+    // A new attribute is pending until saved; saving tells the bar to look again.
+    KelAzDataMng::SAttDataIndex category;
+    ASSERT_TRUE(KelAzDataMng::SmallCategoryNameToId(L"给排水\\附件\\阀门", category));
+    CString memberId;
+    ASSERT_TRUE(KelAzDataMng::CSmallCategoryMng(category).AddDetailMem(L"安全阀", memberId));
+    const int updates = IFaceBarCtrl::UpdateCount();
+    ASSERT_TRUE(CDispGlobaFun::SaveAttAndUpdate());
+    EXPECT_EQ(IFaceBarCtrl::UpdateCount(), updates + 1);
+    Reopen();
+    KelAzDataMng::SAttDataIndex saved;
+    EXPECT_TRUE(KelAzDataMng::AttNameToAttId(L"给排水\\附件\\阀门\\安全阀", saved));
 }
