@@ -1,6 +1,6 @@
 #pragma once
 
-// The host framework's text class: a wide-character string with MFC's operations.
+// The host framework's text class: a wide-character string with the framework's operations.
 //
 // Characters are wchar_t. Conversion to and from UTF-8 happens only at the edges of the program
 // (files, console, command line), through kelaz::ToUtf8 and kelaz::FromUtf8 below.
@@ -22,7 +22,7 @@ public:
 class CString {
 public:
     CString() = default;
-    CString(const wchar_t* text) : m_str(text ? text : L"") {}  // NOLINT: implicit as in MFC
+    CString(const wchar_t* text) : m_str(text ? text : L"") {}  // NOLINT: implicit as in the framework
     CString(const wchar_t* text, int length);
     explicit CString(wchar_t ch, int repeat = 1);
     CString(std::wstring text) : m_str(std::move(text)) {}  // NOLINT: implicit by design
@@ -36,7 +36,7 @@ public:
     void SetAt(int index, wchar_t ch);
     wchar_t operator[](int index) const { return GetAt(index); }
     const wchar_t* GetString() const { return m_str.c_str(); }
-    operator const wchar_t*() const { return m_str.c_str(); }  // NOLINT: MFC's LPCTSTR cast
+    operator const wchar_t*() const { return m_str.c_str(); }  // NOLINT: the framework's LPCTSTR cast
     const std::wstring& str() const { return m_str; }
 
     // Comparison
@@ -54,7 +54,7 @@ public:
     int ReverseFind(wchar_t ch) const;
     int FindOneOf(const wchar_t* chars) const;
 
-    // Extraction: out-of-range counts are clamped as in MFC.
+    // Extraction: out-of-range counts are clamped as the framework clamps them.
     CString Left(int count) const;
     CString Right(int count) const;
     CString Mid(int first) const;
@@ -63,7 +63,7 @@ public:
     CString SpanExcluding(const wchar_t* chars) const;
     CString Tokenize(const wchar_t* delims, int& start) const;
 
-    // Modification; each returns *this (or a count) as MFC does.
+    // Modification; each returns *this (or a count) as the framework does.
     CString& Trim();
     CString& Trim(wchar_t target);
     CString& Trim(const wchar_t* targets);
@@ -85,7 +85,7 @@ public:
     void Append(const wchar_t* text) { m_str += text ? text : L""; }
     void AppendChar(wchar_t ch) { m_str += ch; }
 
-    // printf-style formatting with MFC's wide rules: %s and %c take wide arguments.
+    // printf-style formatting with the framework's wide rules: %s and %c take wide arguments.
     void Format(const wchar_t* format, ...);
     void AppendFormat(const wchar_t* format, ...);
     void FormatV(const wchar_t* format, va_list args);
