@@ -5,6 +5,7 @@
 #include "app/shell/Session.h"
 #include "host/ed/EditorInput.h"
 #include "module/commands/InitCmd.h"
+#include "module/commands/KeyWordDlg.h"
 #include "module/entry/DispGlobaFun.h"
 #include "module/foundations/LevelDlg.h"
 #include "module/foundations/PickLevel.h"
@@ -91,6 +92,32 @@ bool SwitchSpeciality(const CString& spec) {
     return true;
 }
 
+// Makes the attribute the bar's choice, in its own speciality.
+void SetCurrentAttribute(const CString& path) {
+    SwitchSpeciality(path.Left(path.Find(L'\\')));
+    IFaceBarCtrl::SetCurAttName(path);
+    // The bar always shows a system: the speciality's first until one is chosen.
+    if (IFaceBarCtrl::GetCurSysCode().IsEmpty()) {
+        IFaceBarCtrl::SetCurSysCode(FirstCode(KelAzDataMng::CProj::GetCurrentSpec()));
+    }
+    acutPrintf(L"\n当前构件: %s", path.GetString());
+}
+
+// Components of one name offered as buttons, keyed 1, 2, ...; the chosen path, or empty when
+// the drafter cancels or there are too many to offer.
+CString ChooseAmong(const std::vector<CString>& paths) {
+    if (paths.size() > static_cast<size_t>(CKeyWordDlg::kMaxItems)) return CString();
+    CKeyWordDlg dialog(acedGetAcadFrame());
+    dialog.SetCaption(L"选择同名构件");
+    CStringArray items;
+    for (size_t i = 0; i < paths.size(); ++i)
+        items.Add(FormatText(L"%d-%s", static_cast<int>(i + 1), paths[i].GetString()));
+    dialog.SetItems(items);
+    if (dialog.DoModal() != IDOK) return CString();
+    const int index = _wtoi(dialog.GetKeyWord()) - 1;
+    return index >= 0 && index < static_cast<int>(paths.size()) ? paths[index] : CString();
+}
+
 void AttCommand() {
     for (;;) {
         const CString current = IFaceBarCtrl::GetCurAttName();
@@ -109,17 +136,15 @@ void AttCommand() {
         }
         const std::vector<CString> found = FindAttributes(text);
         if (found.size() == 1) {
-            const CString& path = found.front();
-            SwitchSpeciality(path.Left(path.Find(L'\\')));
-            IFaceBarCtrl::SetCurAttName(path);
-            // The bar always shows a system: the speciality's first until one is chosen.
-            if (IFaceBarCtrl::GetCurSysCode().IsEmpty()) {
-                IFaceBarCtrl::SetCurSysCode(FirstCode(KelAzDataMng::CProj::GetCurrentSpec()));
-            }
-            acutPrintf(L"\n当前构件: %s", path.GetString());
+            SetCurrentAttribute(found.front());
             return;
         }
         if (found.size() > 1) {
+            const CString chosen = ChooseAmong(found);
+            if (!chosen.IsEmpty()) {
+                SetCurrentAttribute(chosen);
+                return;
+            }
             for (const CString& path : found) acutPrintf(L"\n  %s", path.GetString());
             acutPrintf(L"\n有多个同名构件，请输入完整路径");
             continue;
