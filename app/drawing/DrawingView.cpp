@@ -4,12 +4,13 @@
 
 #include "app/drawing/Json.h"
 #include "host/db/Arc.h"
-#include "host/db/BlockTable.h"
 #include "host/db/Circle.h"
 #include "host/db/Database.h"
 #include "host/db/LayerTable.h"
 #include "host/db/Line.h"
+#include "host/db/OpenObject.h"
 #include "host/db/Polyline.h"
+#include "host/db/Selection.h"
 #include "host/gi/GiCollector.h"
 #include "module/entry/LayoutClasses.h"
 #include "suite/entities/KelAzEntity.h"
@@ -151,23 +152,12 @@ void AppendXData(const Property& p, std::vector<XDataItem>& out) {
 
 template <class Visit>
 void ForEachEntity(AcDbDatabase& db, Visit visit) {
-    AcDbBlockTable* table = nullptr;
-    if (db.getBlockTable(table, AcDb::kForRead) != Acad::eOk) return;
-    AcDbBlockTableRecord* model = nullptr;
-    const Acad::ErrorStatus es = table->getAt(ACDB_MODEL_SPACE, model, AcDb::kForRead);
-    table->close();
-    if (es != Acad::eOk) return;
-    AcDbBlockTableRecordIterator* it = nullptr;
-    if (model->newIterator(it) == Acad::eOk) {
-        for (; !it->done(); it->step()) {
-            AcDbEntity* entity = nullptr;
-            if (it->getEntity(entity, AcDb::kForRead) != Acad::eOk) continue;
-            visit(*entity);
-            entity->close();
-        }
-        delete it;
+    for (const AcDbObjectId& id : ModelSpaceIds(&db)) {
+        AcDbEntity* entity = nullptr;
+        if (acdbOpenAcDbEntity(entity, id, AcDb::kForRead) != Acad::eOk) continue;
+        visit(*entity);
+        entity->close();
     }
-    model->close();
 }
 
 }  // namespace

@@ -98,6 +98,26 @@ AcDbObjectIdArray SelectCrossing(AcDbDatabase* db, const AcGePoint3d& corner1,
     return Select(db, WindowBox(corner1, corner2), true, filter);
 }
 
+AcDbObjectIdArray ModelSpaceIds(AcDbDatabase* db) {
+    AcDbObjectIdArray ids;
+    AcDbBlockTable* table = nullptr;
+    if (db == nullptr || db->getBlockTable(table, AcDb::kForRead) != Acad::eOk) return ids;
+    AcDbBlockTableRecord* model = nullptr;
+    const Acad::ErrorStatus es = table->getAt(ACDB_MODEL_SPACE, model, AcDb::kForRead);
+    table->close();
+    if (es != Acad::eOk) return ids;
+    AcDbBlockTableRecordIterator* it = nullptr;
+    if (model->newIterator(it) == Acad::eOk) {
+        for (; !it->done(); it->step()) {
+            AcDbObjectId id;
+            if (it->getEntityId(id) == Acad::eOk) ids.append(id);
+        }
+        delete it;
+    }
+    model->close();
+    return ids;
+}
+
 AcDbObjectIdArray ScanWindow(AcDbDatabase* db, const AcGePoint3d& corner1,
                              const AcGePoint3d& corner2, const SelectionFilter& filter) {
     return Scan(db, WindowBox(corner1, corner2), false, filter);

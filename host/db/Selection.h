@@ -23,6 +23,9 @@ struct SelectionFilter {
     std::vector<CString> layers;
 };
 
+// Every live entity of model space, in drawing order.
+AcDbObjectIdArray ModelSpaceIds(AcDbDatabase* db);
+
 // Through the spatial index.
 AcDbObjectIdArray SelectWindow(AcDbDatabase* db, const AcGePoint3d& corner1,
                                const AcGePoint3d& corner2, const SelectionFilter& filter = {});

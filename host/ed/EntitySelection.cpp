@@ -149,26 +149,6 @@ bool PassesFilter(AcDbObjectId id, const resbuf* filter) {
     return pass;
 }
 
-AcDbObjectIdArray AllEntities(AcDbDatabase* db) {
-    AcDbObjectIdArray ids;
-    AcDbBlockTable* table = nullptr;
-    if (db == nullptr || db->getBlockTable(table, AcDb::kForRead) != Acad::eOk) return ids;
-    AcDbBlockTableRecord* model = nullptr;
-    const Acad::ErrorStatus es = table->getAt(ACDB_MODEL_SPACE, model, AcDb::kForRead);
-    table->close();
-    if (es != Acad::eOk) return ids;
-    AcDbBlockTableRecordIterator* it = nullptr;
-    if (model->newIterator(it) == Acad::eOk) {
-        for (; !it->done(); it->step()) {
-            AcDbObjectId id;
-            if (it->getEntityId(id) == Acad::eOk) ids.append(id);
-        }
-        delete it;
-    }
-    model->close();
-    return ids;
-}
-
 // An ads_name parameter is a pointer to its two elements.
 bool CopyName(AcDbObjectId id, Adesk::LongPtr* out) {
     ads_name name = {0, 0};
@@ -268,7 +248,7 @@ int acedSSGet(const ACHAR* str, const void* pt1, const void* pt2, const resbuf* 
         found = mode.CompareNoCase(L"W") == 0 ? kelaz::SelectWindow(db, corner1, corner2)
                                               : kelaz::SelectCrossing(db, corner1, corner2);
     } else if (mode.CompareNoCase(L"X") == 0) {
-        found = kelaz::AllEntities(db);
+        found = kelaz::ModelSpaceIds(db);
     } else {
         return RTERROR;
     }

@@ -45,23 +45,16 @@ bool Append(KelAzNode* node, AcDbObjectId& id) {
     return false;
 }
 
-// The node for AddOneEquip and AddSectent, with name, point, rotation and code set; null when
-// there is nothing to place or the section cannot be drawn.
-KelAzNode* StartNode(const AcGePoint3d& point, double rotation) {
+// A node of the current attribute and system, made by make and given name, point, rotation
+// and code; null when there is nothing to place or make answers null.
+template <class Make>
+KelAzNode* StartNode(const AcGePoint3d& point, double rotation, Make make) {
     const CString sysCode = CDispGlobaFun::GetCurSysCode(true, true);
     if (sysCode.IsEmpty()) return nullptr;
     const CString attName = CDispGlobaFun::GetCurAttName(true, false);
     if (attName.IsEmpty()) return nullptr;
-    KelAzDataMng::SectionInfo section;
-    if (!ReadSection(attName, section)) {
-        kelaz::ShowWarning(CString(L"读取断面数据失败"));
-        return nullptr;
-    }
-    KelAzNode* node = NodeForSection(section.nSectionType);
-    if (!node) {
-        kelaz::ShowWarning(CString(L"未知的断面类型"));
-        return nullptr;
-    }
+    KelAzNode* node = make(attName);
+    if (!node) return nullptr;
     node->SetAttName(attName);
     node->SetInsertPoint(point);
     node->setRotation(rotation);
@@ -69,32 +62,41 @@ KelAzNode* StartNode(const AcGePoint3d& point, double rotation) {
     return node;
 }
 
+// The node the attribute's section type asks for; the drafter is told when there is none.
+KelAzNode* NodeBySection(const CString& attName) {
+    KelAzDataMng::SectionInfo section;
+    if (!ReadSection(attName, section)) {
+        kelaz::ShowWarning(CString(L"读取断面数据失败"));
+        return nullptr;
+    }
+    KelAzNode* node = NodeForSection(section.nSectionType);
+    if (!node) kelaz::ShowWarning(CString(L"未知的断面类型"));
+    return node;
+}
+
+template <class T>
+KelAzNode* NewNode(const CString& /*attName*/) {
+    return new T;
+}
+
 }  // namespace
 
 bool CDispGlobaFun::AddOneEquip(AcGePoint3d point, double rotation, AcDbObjectId& id,
                                 AcGeScale3d scale) {
-    KelAzNode* node = StartNode(point, rotation);
+    KelAzNode* node = StartNode(point, rotation, NodeBySection);
     if (!node) return false;
     node->setScaleFactors(scale);
     return Append(node, id);
 }
 
 bool CDispGlobaFun::AddOneEquip(AcGePoint3d point, double rotation, AcDbObjectId& id) {
-    const CString sysCode = GetCurSysCode(true, true);
-    if (sysCode.IsEmpty()) return false;
-    const CString attName = GetCurAttName(true, false);
-    if (attName.IsEmpty()) return false;
-    auto* equipment = new KelAzEquipMent;
-    equipment->SetAttName(attName);
-    equipment->SetInsertPoint(point);
-    equipment->setRotation(rotation);
-    equipment->SetSysCode(sysCode);
-    return Append(equipment, id);
+    KelAzNode* equipment = StartNode(point, rotation, NewNode<KelAzEquipMent>);
+    return equipment && Append(equipment, id);
 }
 
 bool CDispGlobaFun::AddSectent(AcGePoint3d point, double rotation, AcGeVector3d normal,
                                AcDbObjectId& id) {
-    KelAzNode* node = StartNode(point, rotation);
+    KelAzNode* node = StartNode(point, rotation, NodeBySection);
     if (!node) return false;
     node->setNormal(normal);
     return Append(node, id);
@@ -192,16 +194,8 @@ int CDispGlobaFun::CreateNodeEntities(const AcGePoint3dArray& points, CString at
 }
 
 bool CDispGlobaFun::AddOneValve(AcGePoint3d point, double rotation, AcDbObjectId& id) {
-    const CString sysCode = GetCurSysCode(true, true);
-    if (sysCode.IsEmpty()) return false;
-    const CString attName = GetCurAttName(true, false);
-    if (attName.IsEmpty()) return false;
-    auto* valve = new KelAzPipeValve;
-    valve->SetAttName(attName);
-    valve->SetInsertPoint(point);
-    valve->setRotation(rotation);
-    valve->SetSysCode(sysCode);
-    return Append(valve, id);
+    KelAzNode* valve = StartNode(point, rotation, NewNode<KelAzPipeValve>);
+    return valve && Append(valve, id);
 }
 
 bool CDispGlobaFun::AppendEntity(AcDbEntity* entity, AcDbObjectId& id) {
