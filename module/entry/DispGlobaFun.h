@@ -138,6 +138,27 @@ public:
                                        const std::unique_ptr<AcDbPolyline>& second,
                                        AcGePoint3dArray& points, bool distinct = true);
 
+    // --- searching the drawing ---
+
+    // The suite's entities of the class (its name or DXF name; every suite entity when empty)
+    // whose drawing passes within tolerance of the point in plan, as a pick there would find
+    // them: what already stands here. Nearest first, the later drawn first on a tie. False
+    // (ids empty) when there is none.
+    static bool FindEntity(AcDbObjectIdArray& ids, const AcGePoint3d& point,
+                           const CString& className, double tolerance);
+    // The entities of the class inside the box in plan, or meeting it when crossing, in
+    // drawing order; false when there is none.
+    static bool GetEntByKelExtents(AcDbObjectIdArray& ids, const AcDbExtents& extents,
+                                   const CString& className, bool crossing);
+    // Meant to take out of ids the components of the current category that stand at level and
+    // append their insertion points to points; the category read from each component is taken
+    // over rather than compared, so nothing is ever taken out: points and ids stay as they
+    // were. The arc layout counts on that. Always true.
+    static bool FiltrateId(AcGePoint3dArray& points, AcDbObjectIdArray& ids, double level);
+    // Empties the array from its last entry to its first; true when it ends empty.
+    static bool RemoveAll(AcDbObjectIdArray& ids);
+    static bool RemoveAll(AcGePoint3dArray& points);
+
     // The insertion point of a point component; the origin when the id is no component.
     static AcGePoint3d GetInsertPoint(const AcDbObjectId& id);
     // The same, with the component's system code (left alone when the id is no component).
