@@ -24,6 +24,10 @@ namespace kelaz {
 class CommandProcessor;
 class InputSource;
 
+// ERRNO after acedEntSel: the pick found nothing, or the answer was Enter.
+inline constexpr int kErrNoPickMissed = 7;
+inline constexpr int kErrNoNullPick = 52;
+
 // What acedInitGet set up for the next input call.
 struct InitGet {
     int flags = 0;
@@ -81,6 +85,9 @@ public:
     void SetCmdEcho(int echo) { m_cmdEcho = echo; }
     const AcGePoint3d& LastPoint() const { return m_lastPoint; }
     void SetLastPoint(const AcGePoint3d& point) { m_lastPoint = point; }
+    // ERRNO: why the last pick failed (kErrNoPickMissed, kErrNoNullPick), 0 when it did not.
+    int ErrNo() const { return m_errNo; }
+    void SetErrNo(int errNo) { m_errNo = errNo; }
 
     // Running out of input at a command's prompt: the line last read and the prompt that waited.
     bool InputExhausted() const { return m_exhausted; }
@@ -121,6 +128,7 @@ private:
     CString m_lastKeyword;
     int m_cmdEcho = 1;
     AcGePoint3d m_lastPoint;
+    int m_errNo = 0;
 
     bool m_exhausted = false;
     int m_exhaustedLine = 0;

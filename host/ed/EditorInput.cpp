@@ -234,6 +234,11 @@ int acedSetVar(const ACHAR* sym, const resbuf* val) {
         ed->SetCmdEcho(val->resval.rint);
         return RTNORM;
     }
+    if (name.CompareNoCase(L"ERRNO") == 0) {
+        if (val->restype != RTSHORT) return RTREJ;
+        ed->SetErrNo(val->resval.rint);
+        return RTNORM;
+    }
     if (name.CompareNoCase(L"LASTPOINT") == 0) {
         if (val->restype != RT3DPOINT && val->restype != RTPOINT) return RTREJ;
         const double z = val->restype == RT3DPOINT ? val->resval.rpoint[2] : 0.0;
@@ -250,6 +255,11 @@ int acedGetVar(const ACHAR* sym, resbuf* result) {
     if (name.CompareNoCase(L"CMDECHO") == 0) {
         result->restype = RTSHORT;
         result->resval.rint = static_cast<short>(ed->CmdEcho());
+        return RTNORM;
+    }
+    if (name.CompareNoCase(L"ERRNO") == 0) {
+        result->restype = RTSHORT;
+        result->resval.rint = static_cast<short>(ed->ErrNo());
         return RTNORM;
     }
     if (name.CompareNoCase(L"LASTPOINT") == 0) {

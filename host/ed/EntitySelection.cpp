@@ -206,13 +206,18 @@ int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
     spec.point = true;
     kelaz::AskResult answer;
     const CString prompt = str != nullptr ? CString(str) : CString(L"\n选择对象: ");
+    ed->SetErrNo(0);
     const int status = kelaz::Ask(*ed, prompt, init, spec, answer);
-    if (status == RTNONE) return RTERROR;
+    if (status == RTNONE) {
+        ed->SetErrNo(kelaz::kErrNoNullPick);
+        return RTERROR;
+    }
     if (status != RTNORM) return status;
     ed->SetLastPoint(answer.point);
     const AcDbObjectId id = kelaz::PickEntity(kelaz::CommandDatabase(*ed), answer.point);
     if (id.isNull()) {
         ed->Print(L"\n未选中对象。");
+        ed->SetErrNo(kelaz::kErrNoPickMissed);
         return RTERROR;
     }
     kelaz::CopyName(id, entres);

@@ -29,8 +29,8 @@ AcDbObjectId PickEntity(AcDbDatabase* db, const AcGePoint3d& point,
 }  // namespace kelaz
 
 // Asks for an object (prompt "\n选择对象: " when str is null). RTNORM with the entity and the
-// picked point; RTERROR when the pick finds nothing or the answer is Enter; RTKWORD for a
-// keyword of acedInitGet; RTCAN.
+// picked point; RTERROR when the pick finds nothing or the answer is Enter (ERRNO tells which);
+// RTKWORD for a keyword of acedInitGet; RTCAN.
 int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres);
 
 // A selection set of the current drawing: str "W" (window) or "C" (crossing) with two corner

@@ -6,6 +6,7 @@
 #include "host/db/Line.h"
 #include "host/db/OpenObject.h"
 #include "host/db/Polyline.h"
+#include "host/ed/Editor.h"
 #include "host/ed/EditorInput.h"
 #include "host/ed/EntitySelection.h"
 #include "tests/support/CommandLineHarness.h"
@@ -58,12 +59,21 @@ TEST(EntSel, PicksTheEntityDrawnNearestAmongNeighbours) {
     EXPECT_EQ(IdOf(name), lower);
     ASSERT_EQ(acedEntSel(L"\n选择对象:", name, at), RTNORM);
     EXPECT_EQ(IdOf(name), arc);  // on the arc, not on its chord
+    // ERRNO tells a miss from Enter, and is cleared by a pick that finds something.
+    resbuf errNo{};
+    const auto lastErrNo = [&] {
+        EXPECT_EQ(acedGetVar(L"ERRNO", &errNo), RTNORM);
+        return errNo.resval.rint;
+    };
     // The chord's middle is 50 from the arc and 6 from nothing else: a miss.
     EXPECT_EQ(acedEntSel(L"\n选择对象:", name, at), RTERROR);
+    EXPECT_EQ(lastErrNo(), kelaz::kErrNoPickMissed);
     // Near the circle's top.
     ASSERT_EQ(acedEntSel(L"\n选择对象:", name, at), RTNORM);
     EXPECT_NE(IdOf(name), upper);
+    EXPECT_EQ(lastErrNo(), 0);
     EXPECT_EQ(acedEntSel(L"\n选择对象:", name, at), RTERROR);  // Enter
+    EXPECT_EQ(lastErrNo(), kelaz::kErrNoNullPick);
     acedInitGet(0, L"eXit");
     EXPECT_EQ(acedEntSel(L"\n选择对象[退出(X)]:", name, at), RTKWORD);
     EXPECT_NE(cl.Out().find("未选中对象"), std::string::npos);
