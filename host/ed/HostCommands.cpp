@@ -1,11 +1,14 @@
 #include "host/ed/HostCommands.h"
 
+#include <cmath>
+
 #include "host/db/Arc.h"
 #include "host/db/BlockTable.h"
 #include "host/db/Database.h"
 #include "host/db/HostApplicationServices.h"
 #include "host/db/Ocs.h"
 #include "host/db/OpenObject.h"
+#include "host/db/Polyline.h"
 #include "host/db/Selection.h"
 #include "host/db/UndoLog.h"
 #include "host/ed/Answer.h"
@@ -14,6 +17,7 @@
 #include "host/ed/EntitySelection.h"
 #include "host/ed/Keywords.h"
 #include "host/ge/CircArc3d.h"
+#include "host/ge/Point2d.h"
 
 namespace kelaz {
 
@@ -108,6 +112,131 @@ private:
     Editor& m_editor;
     AcGePoint3d m_points[3];
     int m_count = 0;
+};
+
+// PLINE: straight segments point by point; A turns to arcs, each given by a second point and
+// an end point; L back to straight; U takes the last vertex back; C closes; Enter ends. The
+// polyline lies at the start point's elevation with +Z as its normal, and is added to the
+// drawing when it ends with two vertices or more.
+class PlineCommand : public HostCommand {
+public:
+    explicit PlineCommand(Editor& editor) : m_editor(editor) {}
+
+    CString Prompt() const override {
+        switch (m_mode) {
+            case Mode::kStart:
+                return L"\n指定起点: ";
+            case Mode::kLine:
+                return L"\n指定下一点或 [圆弧(A)/闭合(C)/放弃(U)]: ";
+            case Mode::kArcSecond:
+                return L"\n指定圆弧的第二个点或 [直线(L)/放弃(U)]: ";
+            case Mode::kArcEnd:
+                return L"\n指定圆弧的端点: ";
+        }
+        return CString();
+    }
+
+    Step Feed(const CommandInput& input) override {
+        if (input.kind == CommandInput::Kind::kEnter) {
+            Draw(false);
+            return Step::kDone;
+        }
+        if (input.kind == CommandInput::Kind::kWord) return Keyword(input.text);
+        if (input.kind != CommandInput::Kind::kPoint) {
+            m_editor.Print(L"\n需要点或选项关键字。");
+            return Step::kRefused;
+        }
+        const AcGePoint3d p(input.point.x, input.point.y, m_elevation);
+        if (m_mode == Mode::kStart) {
+            m_elevation = input.point.z;
+            m_vertices.push_back({AcGePoint3d(p.x, p.y, m_elevation), 0.0});
+            m_mode = Mode::kLine;
+            return Step::kMore;
+        }
+        if (p.isEqualTo(m_mode == Mode::kArcEnd ? m_second : m_vertices.back().point)) {
+            m_editor.Print(L"\n与上一点重合，请重新指定。");
+            return Step::kRefused;
+        }
+        if (m_mode == Mode::kArcSecond) {
+            m_second = p;
+            m_mode = Mode::kArcEnd;
+            return Step::kMore;
+        }
+        if (m_mode == Mode::kArcEnd) {
+            const AcGeCircArc3d arc(m_vertices.back().point, m_second, p);
+            m_mode = Mode::kArcSecond;
+            if (arc.radius() < kMinArcRadius) {
+                m_editor.Print(L"\n三点在一条直线上，不能画圆弧。");
+                return Step::kMore;
+            }
+            // Counter-clockwise about +Z is a positive bulge.
+            const double quarter = std::tan((arc.endAng() - arc.startAng()) / 4.0);
+            m_vertices.back().bulge = arc.normal().z < 0.0 ? -quarter : quarter;
+        }
+        m_vertices.push_back({p, 0.0});
+        return Step::kMore;
+    }
+
+private:
+    enum class Mode { kStart, kLine, kArcSecond, kArcEnd };
+    struct Vertex {
+        AcGePoint3d point;
+        double bulge;
+    };
+
+    Step Keyword(const CString& text) {
+        const KeywordList keywords(m_mode == Mode::kLine ? L"Arc Close Undo" : L"Line Undo");
+        const int index =
+            m_mode == Mode::kStart || m_mode == Mode::kArcEnd ? -1 : keywords.Match(text);
+        const CString word = index >= 0 ? keywords.GlobalWord(index) : CString();
+        if (word == L"Arc") {
+            m_mode = Mode::kArcSecond;
+        } else if (word == L"Line") {
+            m_mode = Mode::kLine;
+        } else if (word == L"Undo") {
+            m_vertices.pop_back();
+            if (m_vertices.empty()) {
+                m_mode = Mode::kStart;
+            } else {
+                m_vertices.back().bulge = 0.0;
+            }
+        } else if (word == L"Close") {
+            if (m_vertices.size() < 3) {
+                m_editor.Print(L"\n至少要两段才能闭合。");
+                return Step::kRefused;
+            }
+            Draw(true);
+            return Step::kDone;
+        } else {
+            m_editor.Print(L"\n需要点或选项关键字。");
+            return Step::kRefused;
+        }
+        return Step::kMore;
+    }
+
+    void Draw(bool closed) {
+        AcDbDatabase* db = CommandDatabase(m_editor);
+        if (db == nullptr || m_vertices.size() < 2) return;
+        auto* pline = new AcDbPolyline(static_cast<unsigned int>(m_vertices.size()));
+        for (const Vertex& v : m_vertices) {
+            pline->addVertexAt(pline->numVerts(), AcGePoint2d(v.point.x, v.point.y), v.bulge);
+        }
+        pline->setElevation(m_elevation);
+        pline->setClosed(closed ? Adesk::kTrue : Adesk::kFalse);
+        UndoLog& undo = db->undoLog();
+        undo.beginGroup();
+        if (AppendToModelSpace(db, pline) != Acad::eOk) {
+            delete pline;
+            m_editor.Print(L"\n多段线不能加入图形。");
+        }
+        undo.endGroup();
+    }
+
+    Editor& m_editor;
+    Mode m_mode = Mode::kStart;
+    std::vector<Vertex> m_vertices;
+    AcGePoint3d m_second;
+    double m_elevation = 0.0;
 };
 
 // UNDO: a number of steps, or a mark (M), back to the mark (B), a group of the user's (BE, E).
@@ -313,6 +442,7 @@ HostCommand::Step SelectionPrompt::Feed(const CommandInput& input) {
 const std::vector<HostCommandInfo>& HostCommandList() {
     static const std::vector<HostCommandInfo> list = {
         {L"ARC", L"三点画圆弧：起点、第二个点、端点"},
+        {L"PLINE", L"多段线：逐点画直线段，A 画圆弧段（第二个点、端点），L 回到直线，C 闭合"},
         {L"ERASE", L"删除选中的对象（点选，W 窗口，C 窗交，回车结束）"},
         {L"U", L"放弃上一步"},
         {L"UNDO", L"放弃若干步；M 设标记，B 回到标记，BE/E 成组"},
@@ -323,6 +453,7 @@ const std::vector<HostCommandInfo>& HostCommandList() {
 std::unique_ptr<HostCommand> MakeHostCommand(Editor& editor, const CString& typedName) {
     const CString name = BareCommandName(typedName);
     if (name.CompareNoCase(L"ARC") == 0) return std::make_unique<ArcCommand>(editor);
+    if (name.CompareNoCase(L"PLINE") == 0) return std::make_unique<PlineCommand>(editor);
     if (name.CompareNoCase(L"UNDO") == 0) return std::make_unique<UndoCommand>(editor);
     if (name.CompareNoCase(L"U") == 0) return std::make_unique<UCommand>(editor);
     if (name.CompareNoCase(L"ERASE") == 0) return std::make_unique<EraseCommand>(editor);

@@ -1,7 +1,7 @@
 #pragma once
 
-// The host's own commands that the command processor runs: ARC (three points), UNDO, U and
-// ERASE. Each is a small state machine: it shows what it asks for and takes one answer at a
+// The host's own commands that the command processor runs: ARC (three points), PLINE, UNDO, U
+// and ERASE. Each is a small state machine: it shows what it asks for and takes one answer at a
 // time, whether the answers come from acedCommand's tokens or from the input source.
 
 #include <memory>

@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <vector>
 
 #include "host/db/Arc.h"
 #include "host/db/Line.h"
 #include "host/db/OpenObject.h"
+#include "host/db/Polyline.h"
 #include "host/db/UndoLog.h"
 #include "host/ed/CommandLine.h"
 #include "host/ed/CommandProcessor.h"
@@ -235,3 +237,74 @@ TEST(HostCommands, CommandPromptRunsTypedCommandsAndRefusesUnknownOnes) {
 }
 
 }  // namespace
+
+namespace {
+
+struct PlineShape {
+    std::vector<AcGePoint3d> points;
+    std::vector<double> bulges;
+    bool closed = false;
+};
+
+bool LastPline(PlineShape& shape) {
+    ads_name name;
+    if (acdbEntLast(name) != RTNORM) return false;
+    AcDbObjectId id;
+    acdbGetObjectId(id, name);
+    kelaz::test::Opened<AcDbPolyline> pline(id, AcDb::kForRead);
+    if (!pline) return false;
+    shape = {};
+    for (unsigned int i = 0; i < pline->numVerts(); ++i) {
+        AcGePoint3d p;
+        double bulge = 0.0;
+        pline->getPointAt(i, p);
+        pline->getBulgeAt(i, bulge);
+        shape.points.push_back(p);
+        shape.bulges.push_back(bulge);
+    }
+    shape.closed = pline->isClosed();
+    return true;
+}
+
+}  // namespace
+
+TEST(HostCommands, PlineLinesArcsBackAndClose) {
+    CommandLineHarness cl;
+    const ads_point p0 = {0, 0, 300}, p1 = {1000, 0, 0}, mid = {1500, 500, 0},
+                    end = {1000, 1000, 0}, p3 = {0, 1000, 0};
+    ASSERT_EQ(
+        acedCommand(RTSTR, L"PLINE", RT3DPOINT, p0, RT3DPOINT, p1, RTSTR, L"a", RT3DPOINT, mid,
+                    RT3DPOINT, end, RTSTR, L"L", RT3DPOINT, p3, RTSTR, L"U", RTSTR, L"", RTNONE),
+        RTNORM);
+    PlineShape shape;
+    ASSERT_TRUE(LastPline(shape));
+    ASSERT_EQ(shape.points.size(), 3u);
+    // At the start point's elevation; the arc bulges counter-clockwise by a half turn, and the
+    // step back took the last segment and left the arc's end without a bulge.
+    EXPECT_POINT_NEAR(shape.points[2], AcGePoint3d(1000, 1000, 300), kTol);
+    EXPECT_NEAR(shape.bulges[0], 0.0, kTol);
+    EXPECT_NEAR(shape.bulges[1], 1.0, kTol);
+    EXPECT_NEAR(shape.bulges[2], 0.0, kTol);
+    EXPECT_FALSE(shape.closed);
+
+    // Clockwise: a negative bulge. Closing needs two segments.
+    const ads_point a = {0, 1000, 0}, b = {707.10678118654752, 707.10678118654752, 0},
+                    c = {1000, 0, 0};
+    ASSERT_EQ(acedCommand(RTSTR, L"PLINE", RT3DPOINT, a, RTSTR, L"A", RT3DPOINT, b, RT3DPOINT, c,
+                          RTSTR, L"", RTNONE),
+              RTNORM);
+    ASSERT_TRUE(LastPline(shape));
+    ASSERT_EQ(shape.points.size(), 2u);
+    EXPECT_NEAR(shape.bulges[0], -std::tan(kelaz::kPi / 8), 1e-9);
+
+    const ads_point back = {0, 500, 0};
+    EXPECT_EQ(acedCommand(RTSTR, L"PLINE", RT3DPOINT, p1, RT3DPOINT, end, RTSTR, L"C", RTNONE),
+              RTERROR);
+    ASSERT_EQ(acedCommand(RTSTR, L"PLINE", RT3DPOINT, p1, RT3DPOINT, end, RT3DPOINT, back, RTSTR,
+                          L"c", RTNONE),
+              RTNORM);
+    ASSERT_TRUE(LastPline(shape));
+    EXPECT_EQ(shape.points.size(), 3u);
+    EXPECT_TRUE(shape.closed);
+    EXPECT_NE(cl.Out().find("至少要两段才能闭合"), std::string::npos);
+}
