@@ -25,9 +25,14 @@ CString NextWord(const CString& text, int& start) {
 
 bool ParseDialogAction(const CString& line, DialogAction& action, CString& error) {
     const CString text = StripComment(line);
-    const Answer answer = ParseAnswer(text);
+    const Answer answer = ParseAnswer(line);
     if (answer.kind == Answer::Kind::kCancel) {
         action = {DialogAction::Kind::kCancel, 0, CString()};
+        return true;
+    }
+    // An empty line is the Enter key, which the dialog's own key handling gives its meaning.
+    if (answer.kind == Answer::Kind::kEnter) {
+        action = {DialogAction::Kind::kKey, 0, CString(L"enter")};
         return true;
     }
     int pos = 0;

@@ -12,6 +12,7 @@
 //   select ID ITEM        selects the item of list, combo or tree ID, by position (from 0) or
 //                         by its text
 //   key C                 types the character C (key space: a blank, key enter: Enter)
+//   (empty line)          Enter, as key enter
 // Control ids are the dialog's resource numbers.
 
 #include <deque>

@@ -27,9 +27,13 @@ TEST(DialogActions, EveryActionAndWhatIsWrongWithBadOnes) {
     EXPECT_EQ(a.value, L"0");
     ASSERT_TRUE(kelaz::ParseDialogAction(L"click 204", a, error));
     EXPECT_EQ(a.control, 204);
+    // An empty line is Enter; a line of only a comment is no action at all.
+    ASSERT_TRUE(kelaz::ParseDialogAction(L"  ", a, error));
+    EXPECT_EQ(a.kind, Kind::kKey);
+    EXPECT_EQ(a.value, L"enter");
 
     for (const wchar_t* bad : {L"okay", L"ok now", L"set", L"set x 1", L"set 1.5 a", L"check 207 3",
-                               L"click 204 twice", L"select 9", L"0,0"}) {
+                               L"click 204 twice", L"select 9", L"0,0", L"# note"}) {
         error.Empty();
         EXPECT_FALSE(kelaz::ParseDialogAction(bad, a, error)) << kelaz::ToUtf8(CString(bad));
         EXPECT_FALSE(error.IsEmpty());
