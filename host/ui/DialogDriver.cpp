@@ -2,6 +2,7 @@
 
 #include "host/ed/Answer.h"
 #include "host/ed/Editor.h"
+#include "host/ui/DialogText.h"
 
 namespace kelaz {
 
@@ -99,14 +100,20 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
     return true;
 }
 
-bool CommandLineDialogDriver::NextAction(const CString& dialogTitle, DialogAction& action) {
+void CommandLineDialogDriver::Show(const CDialog& dialog) {
+    if (Editor* ed = CurrentEditor()) ed->Print(L"\n" + DialogText(dialog));
+}
+
+bool CommandLineDialogDriver::NextAction(const CDialog& dialog, DialogAction& action) {
     Editor* ed = CurrentEditor();
     if (ed == nullptr) return false;
-    const CString prompt = FormatText(L"\n[%s] 对话框操作:", dialogTitle.GetString());
+    const CString prompt = FormatText(L"\n[%s] 对话框操作:", DialogTitle(dialog).GetString());
     while (true) {
         CString line;
-        // As at a command's prompt, a transparent command may run between two actions.
-        if (!ed->ReadLine(prompt, Editor::LineKind::kAnswer, line)) {
+        // As at a command's prompt, a transparent command may run between two actions; what it
+        // did to the dialog (a picked elevation in a field) is shown before the prompt again.
+        if (!ed->ReadLine(prompt, Editor::LineKind::kAnswer, line,
+                          [&dialog] { return L"\n" + DialogText(dialog); })) {
             ed->ShowCancel();
             return false;
         }
@@ -128,7 +135,9 @@ bool ScriptedDialogDriver::Add(const CString& line) {
     return true;
 }
 
-bool ScriptedDialogDriver::NextAction(const CString& /*dialogTitle*/, DialogAction& action) {
+void ScriptedDialogDriver::Show(const CDialog& dialog) { m_shown.push_back(DialogText(dialog)); }
+
+bool ScriptedDialogDriver::NextAction(const CDialog& /*dialog*/, DialogAction& action) {
     if (m_actions.empty()) return false;
     action = m_actions.front();
     m_actions.pop_front();
