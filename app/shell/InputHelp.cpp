@@ -23,9 +23,13 @@ line, and every line answers the question that waits:
 A wrong answer (a word that is no keyword, a malformed point, a drag with no drag running) is
 named on the command line and the question is asked again.
 
-While a dialog is open, each line is one action on it:
-  ok | cancel | set ID TEXT | check ID 0|1|2 | click ID | select ID ITEM
-and a message box that asks a question takes yes / no (or ok / cancel).
+A dialog is shown as text when it opens and after each action: its title, then each control
+with its number (ID), kind, label, mnemonic key and state, list items numbered from 0 and tree
+items indented, the selected ones marked. While it is open, each line is one action on it:
+  ok | cancel | set ID TEXT | check ID 0|1|2 | click ID | select ID ITEM | key C
+(key space, key enter); an empty line is Enter. A tree item is selected by its text or by its
+path from the top (暖通\风口). A message box that asks a question takes yes / no (or ok /
+cancel).
 
 Host commands: ARC (start, second, end point), ERASE (picks; W window, C crossing; Enter ends),
 U (one step back), UNDO (a number of steps; M mark, B back to the mark, BE/E group).

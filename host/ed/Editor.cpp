@@ -78,7 +78,8 @@ bool Editor::RunTransparent(const CString& name) {
     return true;
 }
 
-bool Editor::ReadLine(const CString& prompt, LineKind kind, CString& line) {
+bool Editor::ReadLine(const CString& prompt, LineKind kind, CString& line,
+                      const std::function<CString()>& shownAgain) {
     while (true) {
         const CString shown = Absorb(prompt);
         const bool terminal = m_input != nullptr && m_input->IsTerminal();
@@ -131,7 +132,7 @@ bool Editor::ReadLine(const CString& prompt, LineKind kind, CString& line) {
         if (kind == LineKind::kAnswer) {
             const Answer answer = ParseAnswer(line);
             if (answer.kind == Answer::Kind::kTransparent) {
-                RunTransparent(answer.text);
+                if (RunTransparent(answer.text) && shownAgain) Print(shownAgain());
                 continue;  // the interrupted prompt is shown again
             }
         }

@@ -7,6 +7,7 @@
 // works on the current editor (the current document's, or one a test installs).
 
 #include <deque>
+#include <functional>
 #include <iosfwd>
 #include <memory>
 #include <vector>
@@ -67,7 +68,9 @@ public:
     // comment lines skipped, transparent commands run at answer prompts (then the prompt is
     // shown again), the line echoed after its prompt. False when the input is exhausted; at an
     // answer or text prompt the editor is then exhausted for good and remembers where.
-    bool ReadLine(const CString& prompt, LineKind kind, CString& line);
+    // shownAgain, when given, is printed before the prompt that follows a transparent command.
+    bool ReadLine(const CString& prompt, LineKind kind, CString& line,
+                  const std::function<CString()>& shownAgain = {});
 
     // Queues text as if typed: blanks and line ends end each answer.
     void QueueTyped(const CString& text, bool echo);

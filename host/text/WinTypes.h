@@ -12,6 +12,7 @@ using BYTE = std::uint8_t;
 using LONG = std::int32_t;
 using INT_PTR = std::intptr_t;
 using UINT_PTR = std::uintptr_t;
+using DWORD_PTR = std::uintptr_t;
 using WPARAM = UINT_PTR;
 using LPARAM = INT_PTR;
 using TCHAR = wchar_t;

@@ -3,6 +3,8 @@
 #include <cwctype>
 
 #include "host/ui/DialogDriver.h"
+#include "host/ui/ListBox.h"
+#include "host/ui/TreeCtrl.h"
 
 namespace {
 CWnd* g_focus = nullptr;
@@ -115,6 +117,18 @@ CButton& CDialog::AddButton(int id, const wchar_t* text, CButton::Style style) {
     return ref;
 }
 
+CStatic& CDialog::AddStatic(const wchar_t* text, int id) {
+    CStatic& label = AddControl<CStatic>(id);
+    label.SetWindowText(text);
+    return label;
+}
+
+std::vector<const CWnd*> CDialog::Controls() const {
+    std::vector<const CWnd*> controls;
+    for (const auto& child : m_children) controls.push_back(child.get());
+    return controls;
+}
+
 void CDialog::Adopt(std::unique_ptr<CWnd> control, int id) {
     control->m_id = id;
     control->m_parent = this;
@@ -152,6 +166,20 @@ void CDialog::OnClicked(int id) {
 
 void CDialog::OnKillFocus(int /*id*/) {}
 
+void CDialog::OnTreeSelChanged(int /*id*/, const NMTREEVIEW& /*change*/) {}
+
+LRESULT CDialog::WindowProc(UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_NOTIFY && lParam != 0) {
+        const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+        if (header->code == TVN_SELCHANGED) {
+            OnTreeSelChanged(static_cast<int>(header->idFrom),
+                             *reinterpret_cast<const NMTREEVIEW*>(lParam));
+        }
+        return 0;
+    }
+    return CWnd::WindowProc(message, wParam, lParam);
+}
+
 void CDialog::MoveFocus(CWnd* to) {
     CWnd* from = GetFocus();
     if (from == to) return;
@@ -165,7 +193,8 @@ void CDialog::NextDlgCtrl() {
     while (at < m_children.size() && m_children[at].get() != focus) ++at;
     for (size_t step = 1; step <= m_children.size(); ++step) {
         CWnd* next = m_children[(at + step) % m_children.size()].get();
-        if (next->m_visible && next->m_enabled) {
+        // Texts take no focus: the tab goes on to the control they name.
+        if (next->m_visible && next->m_enabled && !dynamic_cast<CStatic*>(next)) {
             MoveFocus(next);
             return;
         }
@@ -259,9 +288,12 @@ bool CDialog::ApplyAction(const kelaz::DialogAction& action, CString& why) {
     }
     auto* button = dynamic_cast<CButton*>(control);
     auto* combo = dynamic_cast<CComboBox*>(control);
+    auto* list = dynamic_cast<CListBox*>(control);
+    auto* tree = dynamic_cast<CTreeCtrl*>(control);
     switch (action.kind) {
         case Kind::kSet:
-            if (button) break;
+            // Only fields take typed text.
+            if (button || list || tree || dynamic_cast<CStatic*>(control)) break;
             MoveFocus(control);
             control->SetWindowText(action.value);
             if (combo) {
@@ -286,14 +318,24 @@ bool CDialog::ApplyAction(const kelaz::DialogAction& action, CString& why) {
             Click(*button);
             return true;
         case Kind::kSelect: {
-            if (!combo) break;
-            int at = combo->FindStringExact(-1, action.value);
-            if (at == CB_ERR && action.value.SpanIncluding(L"0123456789") == action.value)
-                at = _wtoi(action.value);
-            MoveFocus(control);
-            if (combo->SetCurSel(at) == CB_ERR) {
-                why =
-                    kelaz::FormatText(L"控件 %d 没有这一项: %s", action.control, action.value.GetString());
+            if (!combo && !list && !tree) break;
+            bool found = false;
+            if (tree) {
+                HTREEITEM item = kelaz::FindTreeItem(*tree, action.value);
+                MoveFocus(control);
+                found = item != nullptr && tree->Select(item, TVC_BYMOUSE);
+            } else {
+                // An item by its text first, then by its position.
+                int at = combo ? combo->FindStringExact(-1, action.value)
+                               : list->FindStringExact(-1, action.value);
+                if (at < 0 && action.value.SpanIncluding(L"0123456789") == action.value)
+                    at = _wtoi(action.value);
+                MoveFocus(control);
+                found = at >= 0 && (combo ? combo->SetCurSel(at) : list->SetCurSel(at)) == at;
+            }
+            if (!found) {
+                why = kelaz::FormatText(L"控件 %d 没有这一项: %s", action.control,
+                                        action.value.GetString());
                 return false;
             }
             return true;
@@ -307,18 +349,20 @@ bool CDialog::ApplyAction(const kelaz::DialogAction& action, CString& why) {
 
 INT_PTR CDialog::Drive() {
     kelaz::DialogDriver& driver = kelaz::CurrentDialogDriver();
-    CString title;
-    GetWindowText(title);
-    if (title.IsEmpty()) title = kelaz::FormatText(L"对话框 %u", m_templateId);
+    driver.Show(*this);
     while (!m_ended) {
         kelaz::DialogAction action;
-        if (!driver.NextAction(title, action)) {
+        if (!driver.NextAction(*this, action)) {
             OnCancel();
             if (!m_ended) EndDialog(IDCANCEL);  // no more input closes whatever the dialog says
             break;
         }
         CString why;
-        if (!ApplyAction(action, why)) driver.Refuse(why);
+        if (!ApplyAction(action, why)) {
+            driver.Refuse(why);
+        } else if (!m_ended) {
+            driver.Show(*this);  // the action may have changed what the drafter sees
+        }
     }
     return m_result;
 }

@@ -15,7 +15,10 @@
 
 namespace kelaz {
 struct DialogAction;
-}
+struct ControlText;
+}  // namespace kelaz
+
+struct NMTREEVIEW;
 
 using LRESULT = INT_PTR;
 
@@ -26,6 +29,7 @@ struct MSG {
     LPARAM lParam = 0;
 };
 
+inline constexpr UINT WM_NOTIFY = 0x004E;
 inline constexpr UINT WM_KEYDOWN = 0x0100;
 inline constexpr UINT WM_CHAR = 0x0102;
 inline constexpr UINT WM_COMMAND = 0x0111;
@@ -38,6 +42,15 @@ inline constexpr int BST_UNCHECKED = 0;
 inline constexpr int BST_CHECKED = 1;
 inline constexpr int BST_INDETERMINATE = 2;
 inline constexpr int CB_ERR = -1;
+// The id of texts no code refers to.
+inline constexpr int IDC_STATIC = -1;
+
+// The header of a notification a control sends its parent (WM_NOTIFY, lParam points to it).
+struct NMHDR {
+    HWND hwndFrom = nullptr;
+    UINT_PTR idFrom = 0;
+    UINT code = 0;
+};
 
 struct CRect {
     LONG left = 0;
@@ -82,6 +95,8 @@ public:
     virtual BOOL PreTranslateMessage(MSG* msg);
     // The window's own message handling.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    // What the command line's text form of a dialog shows of this control.
+    virtual void DescribeAsText(kelaz::ControlText& text) const;
 
 protected:
     friend class CDialog;
@@ -108,6 +123,7 @@ public:
     // The bitmap shown on the button (a resource number; 0 for none).
     void SetBitmap(UINT bitmap) { m_bitmap = bitmap; }
     UINT GetBitmap() const { return m_bitmap; }
+    void DescribeAsText(kelaz::ControlText& text) const override;
 
 private:
     Style m_style;
@@ -115,7 +131,17 @@ private:
     UINT m_bitmap = 0;
 };
 
-class CEdit : public CWnd {};
+class CEdit : public CWnd {
+public:
+    void DescribeAsText(kelaz::ControlText& text) const override;
+};
+
+// Text on the dialog. Placed right before another control in the template, it is that
+// control's label.
+class CStatic : public CWnd {
+public:
+    void DescribeAsText(kelaz::ControlText& text) const override;
+};
 
 class CComboBox : public CWnd {
 public:
@@ -127,6 +153,7 @@ public:
     int SetCurSel(int index);
     int FindStringExact(int startAfter, LPCTSTR text) const;
     void ResetContent();
+    void DescribeAsText(kelaz::ControlText& text) const override;
 
 private:
     CStringArray m_items;
@@ -160,6 +187,10 @@ public:
     // when the dialog cannot take it (no such control, disabled, hidden, wrong kind).
     bool ApplyAction(const kelaz::DialogAction& action, CString& why);
     BOOL PreTranslateMessage(MSG* msg) override;
+    // Passes the notifications of its controls to their handlers.
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+    // The controls in template order (the text form reads them so).
+    std::vector<const CWnd*> Controls() const;
     // A control of the dialog as its class; null when there is none of that id and class.
     template <class T>
     T* Control(int id) const {
@@ -172,6 +203,8 @@ protected:
     virtual void OnClicked(int id);
     // A control lost the keyboard focus.
     virtual void OnKillFocus(int id);
+    // The selection of tree control id changed (the message map's TVN_SELCHANGED handlers).
+    virtual void OnTreeSelChanged(int id, const NMTREEVIEW& change);
     // Moves the focus to the next enabled, visible control after the one that has it.
     void NextDlgCtrl();
 
@@ -179,6 +212,8 @@ protected:
     CButton& AddButton(int id, const wchar_t* text, CButton::Style style = CButton::Style::kPush);
     CEdit& AddEdit(int id) { return AddControl<CEdit>(id); }
     CComboBox& AddComboBox(int id) { return AddControl<CComboBox>(id); }
+    // A text; put right before a control, it labels that control.
+    CStatic& AddStatic(const wchar_t* text, int id = IDC_STATIC);
     template <class T>
     T& AddControl(int id) {
         auto control = std::make_unique<T>();
@@ -219,5 +254,3 @@ void DDX_Check(CDataExchange* dx, int id, int& value);
 // The radio buttons from firstId on, while they are radio buttons: value is the index of the
 // checked one, -1 for none.
 void DDX_Radio(CDataExchange* dx, int firstId, int& value);
-
-inline constexpr int IDC_STATIC = -1;

@@ -2,6 +2,7 @@
 
 #include "host/ed/Answer.h"
 #include "host/ed/Editor.h"
+#include "host/ui/DialogText.h"
 
 namespace kelaz {
 
@@ -25,9 +26,14 @@ CString NextWord(const CString& text, int& start) {
 
 bool ParseDialogAction(const CString& line, DialogAction& action, CString& error) {
     const CString text = StripComment(line);
-    const Answer answer = ParseAnswer(text);
+    const Answer answer = ParseAnswer(line);
     if (answer.kind == Answer::Kind::kCancel) {
         action = {DialogAction::Kind::kCancel, 0, CString()};
+        return true;
+    }
+    // An empty line is the Enter key, which the dialog's own key handling gives its meaning.
+    if (answer.kind == Answer::Kind::kEnter) {
+        action = {DialogAction::Kind::kKey, 0, CString(L"enter")};
         return true;
     }
     int pos = 0;
@@ -94,14 +100,20 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
     return true;
 }
 
-bool CommandLineDialogDriver::NextAction(const CString& dialogTitle, DialogAction& action) {
+void CommandLineDialogDriver::Show(const CDialog& dialog) {
+    if (Editor* ed = CurrentEditor()) ed->Print(L"\n" + DialogText(dialog));
+}
+
+bool CommandLineDialogDriver::NextAction(const CDialog& dialog, DialogAction& action) {
     Editor* ed = CurrentEditor();
     if (ed == nullptr) return false;
-    const CString prompt = FormatText(L"\n[%s] 对话框操作:", dialogTitle.GetString());
+    const CString prompt = FormatText(L"\n[%s] 对话框操作:", DialogTitle(dialog).GetString());
     while (true) {
         CString line;
-        // As at a command's prompt, a transparent command may run between two actions.
-        if (!ed->ReadLine(prompt, Editor::LineKind::kAnswer, line)) {
+        // As at a command's prompt, a transparent command may run between two actions; what it
+        // did to the dialog (a picked elevation in a field) is shown before the prompt again.
+        if (!ed->ReadLine(prompt, Editor::LineKind::kAnswer, line,
+                          [&dialog] { return L"\n" + DialogText(dialog); })) {
             ed->ShowCancel();
             return false;
         }
@@ -123,7 +135,9 @@ bool ScriptedDialogDriver::Add(const CString& line) {
     return true;
 }
 
-bool ScriptedDialogDriver::NextAction(const CString& /*dialogTitle*/, DialogAction& action) {
+void ScriptedDialogDriver::Show(const CDialog& dialog) { m_shown.push_back(DialogText(dialog)); }
+
+bool ScriptedDialogDriver::NextAction(const CDialog& /*dialog*/, DialogAction& action) {
     if (m_actions.empty()) return false;
     action = m_actions.front();
     m_actions.pop_front();

@@ -2,8 +2,8 @@
 
 // The seam between a modal dialog and whoever drives it. A dialog's DoModal hands itself to the
 // current dialog driver and applies the actions it answers, one at a time, until ok or cancel:
-// tests give the actions up front, the command line reads them from its input source, one per
-// line:
+// tests give the actions up front, the command line shows the dialog as text when it opens and
+// after each action, and reads the actions from its input source, one per line:
 //   ok                    closes the dialog with IDOK (after its own checks)
 //   cancel                closes it with IDCANCEL (also ^C, ESC, or input that runs out)
 //   set ID TEXT           puts the text into control ID (an edit or combo box)
@@ -12,11 +12,15 @@
 //   select ID ITEM        selects the item of list, combo or tree ID, by position (from 0) or
 //                         by its text
 //   key C                 types the character C (key space: a blank, key enter: Enter)
-// Control ids are the dialog's resource numbers.
+//   (empty line)          Enter, as key enter
+// Control ids are the dialog's resource numbers. A tree item is selected by its text or by the
+// backslash path of texts that leads to it from the top.
 
 #include <deque>
 
 #include "host/text/CString.h"
+
+class CDialog;
 
 namespace kelaz {
 
@@ -33,34 +37,41 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
 class DialogDriver {
 public:
     virtual ~DialogDriver() = default;
-    // The next action for the dialog of that title. False when there is none left: the dialog
-    // is then cancelled.
-    virtual bool NextAction(const CString& dialogTitle, DialogAction& action) = 0;
+    // The dialog has opened, or has taken an action and is still open.
+    virtual void Show(const CDialog& dialog) = 0;
+    // The next action for the dialog. False when there is none left: the dialog is then
+    // cancelled.
+    virtual bool NextAction(const CDialog& dialog, DialogAction& action) = 0;
     // Tells the driver that the dialog could not apply its last action, and why.
     virtual void Refuse(const CString& message) = 0;
 };
 
-// Reads the actions from the current command line; a line that is no action is refused with a
-// message and the next one read.
+// Prints the dialog's text form on the current command line and reads the actions from it; a
+// line that is no action is refused with a message and the next one read.
 class CommandLineDialogDriver : public DialogDriver {
 public:
-    bool NextAction(const CString& dialogTitle, DialogAction& action) override;
+    void Show(const CDialog& dialog) override;
+    bool NextAction(const CDialog& dialog, DialogAction& action) override;
     void Refuse(const CString& message) override;
 };
 
-// Actions given up front, for tests; refusals are kept.
+// Actions given up front, for tests; refusals and the text forms the command line would have
+// printed are kept.
 class ScriptedDialogDriver : public DialogDriver {
 public:
     void Add(const DialogAction& action) { m_actions.push_back(action); }
     // Adds the action a line describes; false when it is none.
     bool Add(const CString& line);
-    bool NextAction(const CString& dialogTitle, DialogAction& action) override;
+    void Show(const CDialog& dialog) override;
+    bool NextAction(const CDialog& dialog, DialogAction& action) override;
     void Refuse(const CString& message) override { m_refusals.push_back(message); }
     const std::deque<CString>& Refusals() const { return m_refusals; }
+    const std::deque<CString>& Shown() const { return m_shown; }
 
 private:
     std::deque<DialogAction> m_actions;
     std::deque<CString> m_refusals;
+    std::deque<CString> m_shown;
 };
 
 // The command line's driver unless a test installs another.

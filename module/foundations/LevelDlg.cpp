@@ -21,9 +21,11 @@ constexpr int kPlacementMargin = 20;
 CLevelDlg::CLevelDlg(const CString& name, CWnd* pParent)
     : CDialog(IDD, pParent), m_strName(name), m_pos(name) {
     SetWindowText(L"标高");
-    AddButton(kCheckBox, L"标高", CButton::Style::kCheckBox);
+    AddButton(kCheckBox, L"输入标高", CButton::Style::kCheckBox);
+    AddStatic(L"标高");
     AddControl<CalComboBox>(kLevelCombo);
-    AddButton(kPickButton, L"拾取");
+    // The button shows a bitmap; its text names it where no bitmap can be seen.
+    AddButton(kPickButton, L"拾取标高");
 }
 
 CLevelDlg::~CLevelDlg() { DestroyWindow(); }

@@ -82,3 +82,24 @@ TEST(KeyWordDlg, SixItemsShowNoButton) {
     EXPECT_EQ(Show(none, {}, {L"ok"}), IDOK);
     EXPECT_EQ(none.GetKeyWord(), L"");
 }
+
+TEST(KeyWordDlg, TheCommandLineSeesTheItemsWithTheirKeys) {
+    CKeyWordDlg dialog;
+    dialog.SetCaption(L"处理方式");
+    dialog.SetItems(Items({L"a-弧线", L"u-退回", L"-其它"}));
+    kelaz::ScriptedDialogDriver driver;
+    driver.Add(L"key U");
+    driver.Add(L"key space");
+    kelaz::ScopedDialogDriver install(driver);
+    EXPECT_EQ(dialog.DoModal(), IDOK);
+    // The buttons left over are hidden and not shown; an item without a key has none to type.
+    ASSERT_EQ(driver.Shown().size(), 2u) << "opened, then U selected without closing";
+    EXPECT_EQ(driver.Shown()[0],
+              L"[处理方式]\n"
+              L"  206  单选  弧线  键 a  选中\n"
+              L"  207  单选  退回  键 u  未选\n"
+              L"  208  单选  其它        未选\n"
+              L"    1  按钮  确定\n"
+              L"    2  按钮  取消");
+    EXPECT_NE(driver.Shown()[1].Find(L"207  单选  退回  键 u  选中"), -1);
+}

@@ -51,6 +51,18 @@ TEST_F(LevelDlg, HistoryFieldsAndTheSwitch) {
         kelaz::ScopedDialogDriver install(driver);
         EXPECT_EQ(box.RunModeless(), IDOK);
         ASSERT_EQ(driver.Refusals().size(), 1u);
+        // Every control names what it is for; the switch greys both the field and the pick.
+        ASSERT_GE(driver.Shown().size(), 3u);
+        EXPECT_EQ(driver.Shown()[0],
+                  L"[标高]\n"
+                  L"  207  复选  输入标高  选中\n"
+                  L"  232  组合  标高      [2800]\n"
+                  L"  204  按钮  拾取标高\n"
+                  L"    1  按钮  确定\n"
+                  L"    2  按钮  取消");
+        EXPECT_NE(driver.Shown()[2].Find(L"232  组合  标高      [0]   不可用\n"
+                                         L"  204  按钮  拾取标高        不可用"),
+                  -1);
         EXPECT_EQ(kelaz::CurrentLevel(), 3500.0);
         EXPECT_EQ(box.m_bCheck, 1);
     }
