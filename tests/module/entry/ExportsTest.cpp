@@ -1,0 +1,24 @@
+// The one header the suite's other modules include: this file is built from it alone, so a class
+// or free function it stops bringing in breaks the build of the module's tests.
+
+#include "module/entry/LayoutExports.h"
+
+#include <type_traits>
+
+static_assert(std::is_class_v<CDispGlobaFun> && std::is_class_v<CDispUtils>);
+static_assert(std::is_class_v<CCalcPositionInRect> && std::is_class_v<CDisposeOnCurve> &&
+              std::is_class_v<CDisposeOnSector>);
+static_assert(std::is_class_v<CDealPunEntity> && std::is_class_v<CDealLineEntity> &&
+              std::is_class_v<StandardData>);
+static_assert(std::is_class_v<CKelAzSelect> && std::is_class_v<CKelAzSelectFun> &&
+              std::is_class_v<CHighLightVector>);
+static_assert(std::is_class_v<CSetEntType> && std::is_class_v<CInitCmd> &&
+              std::is_class_v<CKeyWordDlg> && std::is_class_v<CManageUndo>);
+static_assert(std::is_class_v<CPickLevel> && std::is_class_v<CLevelDlg> &&
+              std::is_class_v<CMultiLine>);
+static_assert(
+    std::is_same_v<decltype(&acrxEntryPoint), AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*)>);
+static_assert(std::is_same_v<decltype(&kelaz::CurrentLevel), double& (*)()>);
+static_assert(std::is_same_v<decltype(&kelaz::InitLayoutClasses), void (*)()>);
+static_assert(
+    std::is_same_v<KelAzTrackFun, void (*)(const AcGePoint3d&, const AcGePoint3d&, double)>);
