@@ -2,6 +2,10 @@
 
 #include <vector>
 
+#include "app/commands/CommandInput.h"
+#include "app/commands/ConnectedCommand.h"
+#include "app/commands/CurveLayoutCommands.h"
+#include "app/commands/LayoutPlacement.h"
 #include "app/shell/Session.h"
 #include "host/ed/EditorInput.h"
 #include "module/commands/InitCmd.h"
@@ -23,19 +27,6 @@ namespace kelaz {
 namespace {
 
 constexpr const wchar_t* kGroup = L"KELAZ_LAYOUT";
-constexpr size_t kAnswerSize = 512;
-// The elevation a new history starts from: a typical ceiling.
-constexpr const wchar_t* kDefaultLevel = L"2800";
-
-// A text answer; false on a cancel. Enter gives the empty text.
-bool AskText(const CString& prompt, CString& answer, bool spaces = false) {
-    wchar_t buf[kAnswerSize] = {};
-    if (acedGetString(spaces ? 1 : 0, prompt, buf, kAnswerSize) != RTNORM) return false;
-    answer = buf;
-    answer.Trim();
-    return true;
-}
-
 // Every attribute path of the catalogue below path (a speciality, a category ...).
 void CollectAttributes(const CString& path, int depth, std::vector<CString>& out) {
     CStringArray children;
@@ -233,29 +224,6 @@ void SpecCommand() {
     }
 }
 
-// The elevation of the components, in either form; the last ones typed are offered first. False
-// on a cancel.
-bool AskLevel(const CString& key, double& level) {
-    auto history = KelAzDataMng::CKelAzProjCookie::Instance()->GetLevelHeightObj();
-    CStringArray recent = history->GetLevelHeight(key);
-    const CString offered = recent.IsEmpty() ? CString(kDefaultLevel) : recent[0];
-    for (;;) {
-        CString text;
-        if (!AskText(FormatText(L"\n输入标高(数值或楼层形式，如3F+500)<%s>:", offered.GetString()),
-                     text))
-            return false;
-        if (text.IsEmpty()) text = offered;
-        if (!CDispGlobaFun::GetLevel(level, text)) continue;  // the drafter has been told why
-        CStringArray updated;
-        updated.Add(text);
-        for (const CString& old : recent) {
-            if (old != text) updated.Add(old);
-        }
-        history->SetLevelHeight(key, updated);
-        return true;
-    }
-}
-
 void PlaceCommand() {
     CInitCmd guard(L"PLACE");
     if (!guard.IsValid()) {
@@ -286,23 +254,6 @@ void PlaceCommand() {
     acutPrintf(L"\n已布置 %d 个构件", placed);
 }
 
-// A whole number or a length with a default for Enter; false on a cancel.
-bool AskInt(const wchar_t* prompt, int& value) {
-    acedInitGet(RSG_NONEG, nullptr);
-    int answer = value;
-    const int rc = acedGetInt(FormatText(L"%s<%d>:", prompt, value), &answer);
-    if (rc == RTNORM) value = answer;
-    return rc == RTNORM || rc == RTNONE;
-}
-
-bool AskReal(const wchar_t* prompt, double& value) {
-    acedInitGet(RSG_NONEG, nullptr);
-    double answer = value;
-    const int rc = acedGetReal(FormatText(L"%s<%g>:", prompt, value), &answer);
-    if (rc == RTNORM) value = answer;
-    return rc == RTNORM || rc == RTNONE;
-}
-
 // Components of the current type in rows inside a rectangle: its corner, the end of the side
 // the rows run along and the end of the side they are stacked along.
 void RectLayoutCommand() {
@@ -319,19 +270,16 @@ void RectLayoutCommand() {
     static int perRow = 3;
     static double along = 0.0;
     static double across = 0.0;
-    if (!AskInt(L"\n输入行数", rows) || !AskInt(L"\n输入每行个数", perRow) ||
-        !AskReal(L"\n输入行方向边距", along) || !AskReal(L"\n输入列方向边距", across)) {
+    if (!AskCount(L"\n输入行数", L"行数", rows) ||
+        !AskCount(L"\n输入每行个数", L"每行个数", perRow) ||
+        !AskLength(L"\n输入行方向边距", along) || !AskLength(L"\n输入列方向边距", across)) {
         return;
     }
     double level = 0.0;
     if (!AskLevel(L"PLACE_level", level)) return;
     const AcGePoint3d a(p0[0], p0[1], level), b(p1[0], p1[1], level), d(p3[0], p3[1], level);
     const AcGePoint3dArray corners{a, b, b + (d - a), d};
-    const AcGePoint3dArray points =
-        CCalcPositionInRect(corners, rows, perRow, along, across).GetPoints();
-    const int placed = CDispGlobaFun::CreateNodeEntities(points, CString(), CString(), 0.0,
-                                                         AcGeVector3d::kZAxis, AcGeScale3d());
-    acutPrintf(L"\n已布置 %d 个构件", placed);
+    PlaceLaidOut(CCalcPositionInRect(corners, rows, perRow, along, across).GetPoints());
 }
 
 // The elevation box of the placement commands, worked at the command line until OK or Cancel.
@@ -360,6 +308,8 @@ void RegisterLayoutCommands() {
                     PlaceCommand);
     RegisterCommand(kGroup, L"RECTLAYOUT", L"在矩形区域内按行布置当前构件", flags,
                     RectLayoutCommand);
+    RegisterCurveLayoutCommands(kGroup);
+    RegisterConnectedCommand(kGroup);
     RegisterCommand(kGroup, L"LEVEL", L"标高对话框（输入或拾取标高）", flags, LevelCommand);
     RegisterCommand(kGroup, L"PICKHEIGHT", L"拾取对象的标高（透明命令 'PickHeight）",
                     ACRX_CMD_TRANSPARENT, PickHeightCommand);

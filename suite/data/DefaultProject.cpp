@@ -290,6 +290,7 @@ constexpr CommandDef kCommands[] = {
     {L"SPEC", L"切换专业", false, false, false, L"", L"", L"", L""},
     {L"PICKHEIGHT", L"拾取标高", false, false, false, L"", L"", L"", L""},
     {L"LEVEL", L"标高对话框", false, false, false, L"", L"", L"", L""},
+    {L"CONNECTED", L"查询连接的管线", false, false, false, L"", L"", L"", L""},
 };
 
 // Colour of the annotation layers, whatever the system.

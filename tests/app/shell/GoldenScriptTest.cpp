@@ -42,13 +42,15 @@ std::string ReadFile(const fs::path& path) {
     return s.str();
 }
 
-// The options a script names in its first line: "# options: --save arcs.kdw".
-std::string ScriptOptions(const fs::path& script) {
+// What a script's first lines name after a tag: "# options: --save arcs.kdw" (the options of
+// kelaz run), "# setup: sample plant.kdw" (a kelaz command run before, in the same folder).
+std::string ScriptHeader(const fs::path& script, const std::string& tag) {
     std::ifstream in(script);
-    std::string first;
-    std::getline(in, first);
-    const std::string tag = "# options:";
-    return first.rfind(tag, 0) == 0 ? first.substr(tag.size()) : std::string();
+    std::string line;
+    while (std::getline(in, line) && line.rfind("# ", 0) == 0) {
+        if (line.rfind(tag, 0) == 0) return line.substr(tag.size());
+    }
+    return std::string();
 }
 
 // What a person checks after running the script: the session, the exit status, the files it
@@ -59,8 +61,10 @@ std::string Session(const fs::path& script) {
     fs::create_directories(work);
     fs::copy_file(script, work / script.filename());
     const std::string cd = "cd '" + work.string() + "' && ";
-    const Captured run =
-        Run(cd + KELAZ_EXE + " run " + script.filename().string() + " " + ScriptOptions(script));
+    const std::string setup = ScriptHeader(script, "# setup:");
+    if (!setup.empty()) Run(cd + KELAZ_EXE + " " + setup);
+    const Captured run = Run(cd + KELAZ_EXE + " run " + script.filename().string() + " " +
+                             ScriptHeader(script, "# options:"));
     std::string session = run.out + "--- exit " + std::to_string(run.status) + "\n--- files\n";
     std::vector<std::string> files;
     for (const auto& entry : fs::directory_iterator(work)) {

@@ -1,0 +1,99 @@
+#include "app/commands/CommandInput.h"
+
+#include "host/ed/EditorInput.h"
+#include "module/entry/DispGlobaFun.h"
+#include "module/entry/DispUtils.h"
+#include "suite/data/ProjCookie.h"
+
+namespace kelaz {
+
+namespace {
+
+constexpr size_t kAnswerSize = 512;
+// The elevation a new history starts from: a typical ceiling.
+constexpr const wchar_t* kDefaultLevel = L"2800";
+
+// Asks until parse accepts the text (Enter keeps value); false on a cancel.
+template <class T, class Parse>
+bool AskNumber(const CString& prompt, T& value, const CString& shown, Parse parse) {
+    for (;;) {
+        CString text;
+        if (!AskText(FormatText(L"%s<%s>:", prompt.GetString(), shown.GetString()), text))
+            return false;
+        if (text.IsEmpty()) return true;
+        T read = value;
+        if (parse(text, read)) {
+            value = read;
+            return true;
+        }
+    }
+}
+
+}  // namespace
+
+bool AskText(const CString& prompt, CString& answer, bool spaces) {
+    wchar_t buf[kAnswerSize] = {};
+    if (acedGetString(spaces ? 1 : 0, prompt, buf, kAnswerSize) != RTNORM) return false;
+    answer = buf;
+    answer.Trim();
+    return true;
+}
+
+bool AskCount(const CString& prompt, const CString& what, int& value) {
+    return AskNumber(prompt, value, FormatText(L"%d", value), [&](const CString& text, int& n) {
+        if (!CDispUtils::ParseToInteger(text, n)) {
+            acutPrintf(L"\n“%s”不是整数，请重新输入。", text.GetString());
+            return false;
+        }
+        if (n <= 0) {
+            acutPrintf(L"\n%s必须大于0，请重新输入。", what.GetString());
+            return false;
+        }
+        return true;
+    });
+}
+
+bool AskInteger(const CString& prompt, int& value) {
+    return AskNumber(prompt, value, FormatText(L"%d", value), [](const CString& text, int& n) {
+        if (CDispUtils::ParseToInteger(text, n)) return true;
+        acutPrintf(L"\n“%s”不是整数，请重新输入。", text.GetString());
+        return false;
+    });
+}
+
+bool AskLength(const CString& prompt, double& value) {
+    return AskNumber(prompt, value, FormatText(L"%g", value), [](const CString& text, double& d) {
+        if (!CDispUtils::ParseToDouble(text, d)) {
+            acutPrintf(L"\n“%s”不是数值，请重新输入。", text.GetString());
+            return false;
+        }
+        if (d < 0.0) {
+            acutPrintf(L"\n距离不能为负，请重新输入。");
+            return false;
+        }
+        return true;
+    });
+}
+
+bool AskLevel(const CString& key, double& level) {
+    auto history = KelAzDataMng::CKelAzProjCookie::Instance()->GetLevelHeightObj();
+    CStringArray recent = history->GetLevelHeight(key);
+    const CString offered = recent.IsEmpty() ? CString(kDefaultLevel) : recent[0];
+    for (;;) {
+        CString text;
+        if (!AskText(FormatText(L"\n输入标高(数值或楼层形式，如3F+500)<%s>:", offered.GetString()),
+                     text))
+            return false;
+        if (text.IsEmpty()) text = offered;
+        if (!CDispGlobaFun::GetLevel(level, text)) continue;  // the drafter has been told why
+        CStringArray updated;
+        updated.Add(text);
+        for (const CString& old : recent) {
+            if (old != text) updated.Add(old);
+        }
+        history->SetLevelHeight(key, updated);
+        return true;
+    }
+}
+
+}  // namespace kelaz

@@ -1,0 +1,25 @@
+#pragma once
+
+// Answers the layout commands ask for at the command line: text, counts and lengths read with
+// the module's strict number rules (a wrong number is named and asked again), and elevations in
+// either form with the last ones typed offered first.
+
+#include "host/text/CString.h"
+
+namespace kelaz {
+
+// A text answer, blanks at either end removed; false on a cancel. Enter gives the empty text.
+// With spaces the answer is the whole line, else the line up to its first blank.
+bool AskText(const CString& prompt, CString& answer, bool spaces = false);
+// A count above 0, offered value for Enter ("<3>" is added to the prompt). false on a cancel.
+// what names the count in the refusal of 0 or less ("行数").
+bool AskCount(const CString& prompt, const CString& what, int& value);
+// Any whole number, with value for Enter.
+bool AskInteger(const CString& prompt, int& value);
+// A length of 0 or more, with value for Enter.
+bool AskLength(const CString& prompt, double& value);
+// An elevation, absolute (2800) or floor-relative (3F+500), offered the last one typed under
+// key (a typical ceiling the first time); the history under key is brought up to date.
+bool AskLevel(const CString& key, double& level);
+
+}  // namespace kelaz
