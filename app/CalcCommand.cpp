@@ -1,13 +1,20 @@
 #include "app/CalcCommand.h"
 
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <string>
 
 #include "app/PointText.h"
+#include "host/db/Arc.h"
+#include "host/db/Database.h"
+#include "host/db/HostApplicationServices.h"
 #include "host/ui/MessageBox.h"
 #include "module/entry/DispUtils.h"
 #include "module/layout/CalcPositionInRect.h"
+#include "module/layout/DisposeOnCurve.h"
+#include "module/layout/DisposeOnSector.h"
+#include "suite/tools/ModelSpace.h"
 
 namespace kelaz {
 
@@ -48,6 +55,98 @@ private:
     int m_count = 0;
 };
 
+struct ArcOptions {
+    std::string center = "0,0";
+    std::string radius;
+    std::string from = "0";
+    std::string to = "90";
+    std::string count = "2";
+    std::string margin = "0";
+};
+
+struct SectorOptions {
+    std::string points;
+    std::string rings = "1";
+    std::string count = "1";
+    std::string decrement = "0";
+};
+
+constexpr double kDegree = 3.14159265358979323846 / 180.0;
+
+// Rounding left by the arc's sines and cosines (6.12323e-14 for 0) is shown as the 0 it is.
+double Shown(double v) { return std::abs(v) < 1e-9 ? 0.0 : v; }
+
+void PrintPoints(const AcGePoint3dArray& points) {
+    for (const AcGePoint3d& p : points) {
+        const AcGePoint3d shown(Shown(p.x), Shown(p.y), Shown(p.z));
+        std::printf("%s\n", FormatPoint(shown).c_str());
+    }
+}
+
+int RunArc(const ArcOptions& opt) {
+    AcGePoint3d center;
+    std::string error;
+    if (!ParsePoint(opt.center, center, error)) {
+        std::fprintf(stderr, "kelaz: --center: %s\n", error.c_str());
+        return 2;
+    }
+    double radius = 0.0, from = 0.0, to = 0.0, margin = 0.0;
+    int count = 0;
+    if (!ReadNumber("--radius", opt.radius, radius) || !ReadNumber("--from", opt.from, from) ||
+        !ReadNumber("--to", opt.to, to) || !ReadInteger("--count", opt.count, count) ||
+        !ReadNumber("--margin", opt.margin, margin)) {
+        return 2;
+    }
+    if (radius <= 0.0) {
+        std::fprintf(stderr, "kelaz: --radius: the arc needs a radius above 0\n");
+        return 2;
+    }
+    // The arc goes into a drawing of its own, where the layout picks it as a drafter would.
+    AcDbDatabase db;
+    AcDbDatabase* previous = acdbHostApplicationServices()->workingDatabase();
+    acdbHostApplicationServices()->setWorkingDatabase(&db);
+    AcDbObjectId id;
+    auto* arc = new AcDbArc(center, radius, from * kDegree, to * kDegree);
+    if (addToModelSpace(id, arc, &db) != Acad::eOk) delete arc;
+    CountingSink sink(CurrentMessageSink());
+    ScopedMessageSink install(sink);
+    AcGePoint3dArray points;
+    const bool laid = CDisposeOnCurve().DisposalOnArc(points, id, margin, count);
+    acdbHostApplicationServices()->setWorkingDatabase(previous);
+    PrintPoints(points);
+    return laid && sink.Count() == 0 ? 0 : 1;
+}
+
+int RunSector(const SectorOptions& opt) {
+    AcGePoint3dArray corners;
+    std::string error;
+    if (!ParsePointList(opt.points, corners, error)) {
+        std::fprintf(stderr, "kelaz: --points: %s\n", error.c_str());
+        return 2;
+    }
+    if (corners.length() != 4) {
+        std::fprintf(stderr,
+                     "kelaz: --points: give the outer arc's start, a point on it and its end, "
+                     "then a point of the inner radius (%d given)\n",
+                     corners.length());
+        return 2;
+    }
+    int rings = 0, count = 0, decrement = 0;
+    if (!ReadInteger("--rings", opt.rings, rings) || !ReadInteger("--count", opt.count, count) ||
+        !ReadInteger("--decrement", opt.decrement, decrement)) {
+        return 2;
+    }
+    CountingSink sink(CurrentMessageSink());
+    ScopedMessageSink install(sink);
+    CDisposeOnSector sector;
+    if (!sector.SetDisposalInfo(rings, count, decrement, 0.0, 0.0, 0.0)) return 1;
+    sector.Dispose(corners[0], corners[1], corners[2], corners[3]);
+    AcGePoint3dArray points;
+    sector.GetDisPointArray(points);
+    PrintPoints(points);
+    return 0;
+}
+
 int RunRect(const RectOptions& opt) {
     AcGePoint3dArray corners;
     std::string error;
@@ -75,8 +174,7 @@ int RunRect(const RectOptions& opt) {
     CountingSink sink(CurrentMessageSink());
     ScopedMessageSink install(sink);
     CCalcPositionInRect layout(corners, rows, perRow, along, across);
-    const AcGePoint3dArray points = layout.GetPoints();
-    for (const AcGePoint3d& p : points) std::printf("%s\n", FormatPoint(p).c_str());
+    PrintPoints(layout.GetPoints());
     return sink.Count() > 0 ? 1 : 0;
 }
 
@@ -102,6 +200,35 @@ void AddCalcCommands(CLI::App& app, int& exitStatus) {
     rect->add_option("--margin-across", opt->marginAcross, "Inset of the first and last rows")
         ->capture_default_str();
     rect->callback([opt, &exitStatus] { exitStatus = RunRect(*opt); });
+
+    auto arcOpt = std::make_shared<ArcOptions>();
+    CLI::App* arc = calc->add_subcommand(
+        "arc", "Positions of components spread evenly along an arc, both ends included");
+    arc->add_option("--center", arcOpt->center, "The arc's centre")->capture_default_str();
+    arc->add_option("--radius", arcOpt->radius, "The arc's radius")->required();
+    arc->add_option("--from", arcOpt->from, "Start angle in degrees, counter-clockwise from +X")
+        ->capture_default_str();
+    arc->add_option("--to", arcOpt->to, "End angle in degrees; the arc runs counter-clockwise")
+        ->capture_default_str();
+    arc->add_option("--count", arcOpt->count, "Number of components")->capture_default_str();
+    arc->add_option("--margin", arcOpt->margin, "Distance kept from each end of the arc")
+        ->capture_default_str();
+    arc->callback([arcOpt, &exitStatus] { exitStatus = RunArc(*arcOpt); });
+
+    auto sectorOpt = std::make_shared<SectorOptions>();
+    CLI::App* sector = calc->add_subcommand(
+        "sector", "Positions of components on concentric rings in a sector, outer ring first");
+    sector
+        ->add_option("--points", sectorOpt->points,
+                     "The outer arc's start, a point on it, its end, and a point of the inner "
+                     "radius, e.g. \"3000,0 2121.32,2121.32 0,3000 1000,0\"")
+        ->required();
+    sector->add_option("--rings", sectorOpt->rings, "Number of rings")->capture_default_str();
+    sector->add_option("--count", sectorOpt->count, "Components on the outer ring")
+        ->capture_default_str();
+    sector->add_option("--decrement", sectorOpt->decrement, "How many fewer on each next ring")
+        ->capture_default_str();
+    sector->callback([sectorOpt, &exitStatus] { exitStatus = RunSector(*sectorOpt); });
 }
 
 }  // namespace kelaz
