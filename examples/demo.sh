@@ -2,7 +2,8 @@
 # The demonstration: layouts computed by the layout module, a plant-room drawing written, listed
 # and exported as DXF, PNG, SVG and PDF, and a drafting session scripted at kelaz's command line
 # (examples/drafting.kls) on that drawing: arcs drawn, erased and undone, ceiling lamps laid out
-# in rows and placed at a picked elevation in the default project. Files go to out/demo/.
+# in rows, along an arc and on rings and placed at a picked elevation in the default project,
+# and the lines that meet at a point listed. Files go to out/demo/.
 set -euo pipefail
 kelaz=${1:-kelaz}
 out=${2:-out/demo}
@@ -26,6 +27,13 @@ echo "== A plant room with one of every entity class, saved, listed and exported
 for format in dxf png svg pdf; do
     "$kelaz" export "$out/plant-room.kdw" -o "$out/plant-room.$format"
 done
+
+echo "== Lamps along a quarter arc of radius 1000, ends kept 500 clear (30 degrees each) =="
+"$kelaz" calc arc --center 0,0 --radius 1000 --from 0 --to 90 --count 3 --margin 500
+
+echo "== Sprinklers on rings of 5, 4 and 3 in a quarter annulus from radius 3000 to 1000 =="
+"$kelaz" calc sector --points "3000,0 2121.3203,2121.3203 0,3000 1000,0" --rings 3 --count 5 \
+    --decrement 1
 
 echo "== A scripted drafting session on the plant room: arcs, then lamps on floor 2, saved =="
 "$kelaz" run examples/drafting.kls --drawing "$out/plant-room.kdw" \
