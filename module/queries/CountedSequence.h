@@ -4,8 +4,11 @@
 // searches over positions: such a list must see exactly the probes an array would see, so it
 // cannot be kept as a search tree ordered by key. It is a B+ tree whose inner nodes count the
 // elements below each child, so reading the element at an index, inserting before an index and
-// erasing cost O(log n) instead of the O(n) moves of an array. The last leaf read is
-// remembered: the final probes of a binary search fall close together and are answered from it.
+// erasing cost O(log n) instead of the O(n) moves of an array. The path of the last read is
+// remembered: the probes of a binary search fall ever closer together, and each starts from the
+// lowest node that holds it. Nodes are kept in deques, so a growing tree never copies its leaves
+// (at a million elements, fresh memory is what costs most). A stretch of reads without changes
+// (lookups after the list is filled) is served from an array copy made for it.
 //
 // A caller that must find an element again (by a handle of its own) is told the leaf each
 // element is put in, through a callback at every insertion and leaf split, and asks for the
@@ -15,6 +18,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <span>
 #include <vector>
 
@@ -22,7 +26,7 @@
 
 namespace kelaz {
 
-template <class T, std::size_t LeafCap = 128, std::size_t Fanout = 64>
+template <class T, std::size_t LeafCap = 512, std::size_t Fanout = 64>
 class CountedSequence {
     static_assert(LeafCap >= 4 && Fanout >= 4, "nodes must split into non-empty halves");
 
@@ -47,18 +51,23 @@ public:
         m_root = 0;
         m_first = 0;
         m_size = 0;
-        m_finger = kNone;
+        Forget();
     }
 
     const T& operator[](std::size_t i) const {
         KELAZ_ASSERT(i < m_size, "sequence index out of range");
-        if (m_finger == kNone || i < m_fingerStart ||
-            i - m_fingerStart >= m_leaves[static_cast<std::size_t>(m_finger)].count) {
-            const Place p = Descend(i, nullptr, nullptr);
-            m_finger = p.leaf;
-            m_fingerStart = i - p.offset;
+        if (m_flatFresh) return m_flat[i];
+        // Enough reads without a change pay for an array copy: the searches that follow read
+        // it at array speed. A binary search between two insertions never gets this far.
+        if (++m_readsSinceChange > m_size / 16 + 64) {
+            Flatten();
+            return m_flat[i];
         }
-        return m_leaves[static_cast<std::size_t>(m_finger)].items[i - m_fingerStart];
+        Finger& f = m_finger;
+        if (f.leaf == kNone || i < f.leafStart || i - f.leafStart >= LeafAt(f.leaf).count) {
+            Reach(i);
+        }
+        return LeafAt(f.leaf).items[i - f.leafStart];
     }
 
     // Inserts before index i (i == size appends). placed(element, leaf) is called for the new
@@ -69,7 +78,7 @@ public:
         Step path[kMaxDepth];
         int depth = 0;
         const Place p = Descend(i, path, &depth);
-        m_finger = kNone;
+        Forget();
         ++m_size;
         if (LeafAt(p.leaf).count < LeafCap) {
             PutInLeaf(p.leaf, p.offset, value, placed);
@@ -124,7 +133,7 @@ public:
                   l.items.begin() + static_cast<std::ptrdiff_t>(offset));
         --l.count;
         --m_size;
-        m_finger = kNone;
+        Forget();
         NodeId child = leaf;
         for (NodeId node = l.parent; node != kNone;) {
             Inner& n = InnerAt(node);
@@ -183,6 +192,18 @@ private:
         return static_cast<std::size_t>(it - n.child.begin());
     }
 
+    // The first child whose running count passes i (count when none does). Without branches:
+    // the searches go to unpredictable children, and this runs for every probe.
+    static std::size_t FirstAbove(const Inner& n, std::size_t i) {
+        const std::size_t* base = n.upto.data();
+        for (std::size_t len = n.count; len > 1;) {
+            const std::size_t half = len / 2;
+            base = base[half] <= i ? base + half : base;
+            len -= half;
+        }
+        return static_cast<std::size_t>(base - n.upto.data()) + (*base <= i ? 1 : 0);
+    }
+
     std::size_t SizeOf(const Inner& parent, NodeId child) const {
         if (parent.leaves) return LeafAt(child).count;
         const Inner& c = InnerAt(child);
@@ -211,17 +232,75 @@ private:
         }
     }
 
+    // The path of the last read: the nodes from the root down and the index each one starts
+    // at. A read near the last one starts from the lowest node that holds it.
+    struct Finger {
+        int depth = 0;
+        std::array<NodeId, kMaxDepth> node{};
+        std::array<std::size_t, kMaxDepth> start{};
+        NodeId leaf = kNone;
+        std::size_t leafStart = 0;
+    };
+
+    // After a change the remembered path and the array copy no longer hold.
+    void Forget() {
+        m_finger.depth = 0;
+        m_finger.leaf = kNone;
+        m_flatFresh = false;
+        m_readsSinceChange = 0;
+    }
+
+    void Flatten() const {
+        // The copy keeps its memory from one change to the next.
+        m_flat.clear();
+        m_flat.reserve(m_size);
+        forEach([this](const T& item) { m_flat.push_back(item); });
+        m_flatFresh = true;
+    }
+
+    // Moves the finger to the leaf holding index i.
+    void Reach(std::size_t i) const {
+        Finger& f = m_finger;
+        int d = f.depth;
+        while (d > 1) {
+            const Inner& n = InnerAt(f.node[static_cast<std::size_t>(d - 1)]);
+            const std::size_t start = f.start[static_cast<std::size_t>(d - 1)];
+            if (i >= start && i - start < n.upto[n.count - 1]) break;
+            --d;
+        }
+        NodeId node = m_root;
+        std::size_t base = 0;
+        if (d > 0) {
+            node = f.node[static_cast<std::size_t>(d - 1)];
+            base = f.start[static_cast<std::size_t>(d - 1)];
+            --d;
+        }
+        for (;; ++d) {
+            KELAZ_ASSERT(d < kMaxDepth, "sequence tree too deep");
+            f.node[static_cast<std::size_t>(d)] = node;
+            f.start[static_cast<std::size_t>(d)] = base;
+            const Inner& n = InnerAt(node);
+            const std::size_t slot = FirstAbove(n, i - base);
+            if (slot > 0) base += n.upto[slot - 1];
+            if (n.leaves) {
+                f.depth = d + 1;
+                f.leaf = n.child[slot];
+                f.leafStart = base;
+                return;
+            }
+            node = n.child[slot];
+        }
+    }
+
     // The leaf holding index i, and the path to it. For i == size: the end of the last leaf.
     Place Descend(std::size_t i, Step* path, int* depth) const {
         NodeId node = m_root;
         for (int d = 0;; ++d) {
             KELAZ_ASSERT(d < kMaxDepth, "sequence tree too deep");
             const Inner& n = InnerAt(node);
-            const std::size_t* upto = n.upto.data();
-            std::size_t slot =
-                static_cast<std::size_t>(std::upper_bound(upto, upto + n.count, i) - upto);
+            std::size_t slot = FirstAbove(n, i);
             if (slot == n.count) slot = n.count - 1;
-            if (slot > 0) i -= upto[slot - 1];
+            if (slot > 0) i -= n.upto[slot - 1];
             if (path != nullptr) path[d] = Step{node, slot};
             if (n.leaves) {
                 if (depth != nullptr) *depth = d + 1;
@@ -333,7 +412,6 @@ private:
         if (l.prev != kNone) LeafAt(l.prev).next = l.next;
         if (l.next != kNone) LeafAt(l.next).prev = l.prev;
         if (m_first == leaf) m_first = l.next;
-        if (m_finger == leaf) m_finger = kNone;
         NodeId child = leaf;
         NodeId node = l.parent;
         l.parent = l.prev = l.next = kNone;
@@ -360,14 +438,15 @@ private:
         }
     }
 
-    std::vector<Leaf> m_leaves;
-    std::vector<Inner> m_inners;
+    std::deque<Leaf> m_leaves;
+    std::deque<Inner> m_inners;
     NodeId m_root = kNone;
     NodeId m_first = kNone;
     std::size_t m_size = 0;
-    // The leaf of the last read and the index of its first element.
-    mutable NodeId m_finger = kNone;
-    mutable std::size_t m_fingerStart = 0;
+    mutable Finger m_finger;
+    mutable std::vector<T> m_flat;
+    mutable bool m_flatFresh = false;
+    mutable std::size_t m_readsSinceChange = 0;
 };
 
 }  // namespace kelaz

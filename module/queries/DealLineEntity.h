@@ -10,7 +10,8 @@
 // the last middle it probed, so they are only roughly in order, and every search runs on them as
 // they are. Each class is therefore a counted B+ tree read and grown by position
 // (kelaz::LineRecordList), which gives the searches exactly the probes an array would and makes
-// classifying n lines O(n log^2 n) rather than the O(n^2) of array insertion. Risers and other
+// classifying n lines O(n log^2 n) rather than the O(n^2) of array insertion; searches that
+// follow one another without a change read an array copy of the list. Risers and other
 // lines are searched through a plan R-tree of the lines, whose hits are put back in list order
 // before the exact test, so a search visits the lines near the point only.
 

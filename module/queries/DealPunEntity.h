@@ -8,8 +8,9 @@
 // Each band is a counted B+ tree read and grown by position (kelaz::CountedSequence): the binary
 // search makes the same probes it would make on an array, equal points included, while putting
 // a point in costs O(log n) instead of moving the rest of an array, so reading n components is
-// O(n log^2 n). The flat list keeps its points in order and, once asked for the points along a
-// segment, a plan R-tree of them: only the points near the segment are tested, in list order.
+// O(n log^2 n); the lookups that follow read an array copy of the band. The flat list keeps its
+// points in order and, once asked for the points along a segment, a plan R-tree of them: only the
+// points near the segment are tested, in list order.
 
 #include <cstddef>
 #include <cstdint>

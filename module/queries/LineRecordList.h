@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <unordered_map>
 #include <vector>
 
@@ -55,7 +56,7 @@ private:
     void BuildPlan();
 
     Sequence m_order;
-    std::vector<StandardData> m_store;
+    std::deque<StandardData> m_store;
     // The leaf of each stored record; kNone once it has left the list.
     std::vector<Sequence::NodeId> m_leafOf;
     // While every record went to the end of the list, list order is store order.
