@@ -32,8 +32,8 @@ echo "== Lamps along a quarter arc of radius 1000, ends kept 500 clear (30 degre
 "$kelaz" calc arc --center 0,0 --radius 1000 --from 0 --to 90 --count 3 --margin 500
 
 echo "== Sprinklers on rings of 5, 4 and 3 in a quarter annulus from radius 3000 to 1000 =="
-"$kelaz" calc sector --points "3000,0 2121.3203,2121.3203 0,3000 1000,0" --rings 3 --count 5 \
-    --decrement 1
+"$kelaz" calc sector --points "3000,0 2121.3203435596424,2121.3203435596424 0,3000 1000,0" \
+    --rings 3 --count 5 --decrement 1
 
 echo "== A scripted drafting session on the plant room: arcs, then lamps on floor 2, saved =="
 "$kelaz" run examples/drafting.kls --drawing "$out/plant-room.kdw" \

@@ -88,6 +88,25 @@ bool InPlanBox(const AcGePoint3d& p, const AcDbExtents& box) {
            p.y <= box.maxPoint().y;
 }
 
+// The point components meeting the window p1-p2 whose insertion point passes the test; a
+// component that cannot be read is told of.
+template <class Test>
+AcDbObjectIdArray ComponentsWhere(const AcGePoint3d& p1, const AcGePoint3d& p2, Test test) {
+    AcDbObjectIdArray near, kept;
+    Select(near, KelAzNode::desc(), p1, p2, true);
+    for (const AcDbObjectId& id : near) {
+        KelAzNode* node = nullptr;
+        if (acdbOpenObject(node, id, AcDb::kForRead) != Acad::eOk) {
+            acutPrintf(kPointNotOpen);
+            continue;
+        }
+        const AcGePoint3d at = node->GetInsertPoint();
+        node->close();
+        if (test(at)) kept.append(id);
+    }
+    return kept;
+}
+
 // Keeps the lines with an end within tolerance of one of the points, in plan.
 void KeepLinesEndingAt(const AcDbObjectIdArray& candidates, const AcGePoint3d* points, int count,
                        double tolerance, const AcDbObjectId& skip, AcDbObjectIdArray& ids) {
@@ -199,40 +218,18 @@ bool CKelAzSelectFun::SelectEntity(AcDbObjectIdArray& ids, const CString& classN
 
 bool CKelAzSelectFun::SelectPunEntity(AcDbObjectIdArray& ids, const AcGePoint3d& p,
                                       double tolerance, bool flat) {
-    AcDbObjectIdArray near;
     const AcGeVector3d half(tolerance, tolerance, 0.0);
-    Select(near, KelAzNode::desc(), p - half, p + half, true);
-    ids.removeAll();
-    for (const AcDbObjectId& id : near) {
-        KelAzNode* node = nullptr;
-        if (acdbOpenObject(node, id, AcDb::kForRead) != Acad::eOk) {
-            acutPrintf(kPointNotOpen);
-            continue;
-        }
-        const AcGePoint3d at = node->GetInsertPoint();
-        node->close();
-        const double distance = flat ? Plan(at).distanceTo(Plan(p)) : at.distanceTo(p);
-        if (distance <= tolerance) ids.append(id);
-    }
+    ids = ComponentsWhere(p - half, p + half, [&](const AcGePoint3d& at) {
+        return (flat ? Plan(at).distanceTo(Plan(p)) : at.distanceTo(p)) <= tolerance;
+    });
     return !ids.isEmpty();
 }
 
 bool CKelAzSelectFun::SelectPunEntity(AcDbObjectIdArray& ids, const AcGePoint3d& p1,
                                       const AcGePoint3d& p2) {
-    AcDbObjectIdArray near;
-    Select(near, KelAzNode::desc(), p1, p2, true);
     const AcDbExtents window(AcGePoint3d(std::min(p1.x, p2.x), std::min(p1.y, p2.y), -kEverywhere),
                              AcGePoint3d(std::max(p1.x, p2.x), std::max(p1.y, p2.y), kEverywhere));
-    ids.removeAll();
-    for (const AcDbObjectId& id : near) {
-        KelAzNode* node = nullptr;
-        if (acdbOpenObject(node, id, AcDb::kForRead) != Acad::eOk) {
-            acutPrintf(kPointNotOpen);
-            continue;
-        }
-        if (InPlanBox(node->GetInsertPoint(), window)) ids.append(id);
-        node->close();
-    }
+    ids = ComponentsWhere(p1, p2, [&](const AcGePoint3d& at) { return InPlanBox(at, window); });
     return !ids.isEmpty();
 }
 
