@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <string>
 
+#include "app/shell/CommandHelp.h"
 #include "host/ed/CommandStack.h"
 #include "host/text/CString.h"
 
@@ -26,11 +27,6 @@ struct SessionOptions {
     std::string svg;
     std::string pdf;
 };
-
-// Registers a command for the command line and for HELP's list.
-Acad::ErrorStatus RegisterCommand(const wchar_t* group, const wchar_t* name,
-                                  const wchar_t* description, Adesk::Int32 flags,
-                                  AcRxFunctionPtr function);
 
 class Session {
 public:
