@@ -1,5 +1,6 @@
 #include "app/commands/CommandInput.h"
 
+#include "host/ed/Editor.h"
 #include "host/ed/EditorInput.h"
 #include "module/entry/DispGlobaFun.h"
 #include "module/entry/DispUtils.h"
@@ -31,6 +32,11 @@ bool AskNumber(const CString& prompt, T& value, const CString& shown, Parse pars
 
 }  // namespace
 
+void TellRefused(const CString& message) {
+    NoteRefusedAnswer();
+    acutPrintf(L"%s", message.GetString());
+}
+
 bool AskText(const CString& prompt, CString& answer, bool spaces) {
     wchar_t buf[kAnswerSize] = {};
     if (acedGetString(spaces ? 1 : 0, prompt, buf, kAnswerSize) != RTNORM) return false;
@@ -42,11 +48,11 @@ bool AskText(const CString& prompt, CString& answer, bool spaces) {
 bool AskCount(const CString& prompt, const CString& what, int& value) {
     return AskNumber(prompt, value, FormatText(L"%d", value), [&](const CString& text, int& n) {
         if (!CDispUtils::ParseToInteger(text, n)) {
-            acutPrintf(L"\n“%s”不是整数，请重新输入。", text.GetString());
+            TellRefused(FormatText(L"\n“%s”不是整数，请重新输入。", text.GetString()));
             return false;
         }
         if (n <= 0) {
-            acutPrintf(L"\n%s必须大于0，请重新输入。", what.GetString());
+            TellRefused(FormatText(L"\n%s必须大于0，请重新输入。", what.GetString()));
             return false;
         }
         return true;
@@ -56,7 +62,7 @@ bool AskCount(const CString& prompt, const CString& what, int& value) {
 bool AskInteger(const CString& prompt, int& value) {
     return AskNumber(prompt, value, FormatText(L"%d", value), [](const CString& text, int& n) {
         if (CDispUtils::ParseToInteger(text, n)) return true;
-        acutPrintf(L"\n“%s”不是整数，请重新输入。", text.GetString());
+        TellRefused(FormatText(L"\n“%s”不是整数，请重新输入。", text.GetString()));
         return false;
     });
 }
@@ -64,11 +70,11 @@ bool AskInteger(const CString& prompt, int& value) {
 bool AskLength(const CString& prompt, double& value) {
     return AskNumber(prompt, value, FormatText(L"%g", value), [](const CString& text, double& d) {
         if (!CDispUtils::ParseToDouble(text, d)) {
-            acutPrintf(L"\n“%s”不是数值，请重新输入。", text.GetString());
+            TellRefused(FormatText(L"\n“%s”不是数值，请重新输入。", text.GetString()));
             return false;
         }
         if (d < 0.0) {
-            acutPrintf(L"\n距离不能为负，请重新输入。");
+            TellRefused(L"\n距离不能为负，请重新输入。");
             return false;
         }
         return true;

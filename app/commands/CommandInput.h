@@ -8,6 +8,9 @@
 
 namespace kelaz {
 
+// Prints why the drafter's answer was refused and counts it as refused (kelaz run reports
+// refused answers at its end).
+void TellRefused(const CString& message);
 // A text answer, blanks at either end removed; false on a cancel. Enter gives the empty text.
 // With spaces the answer is the whole line, else the line up to its first blank.
 bool AskText(const CString& prompt, CString& answer, bool spaces = false);

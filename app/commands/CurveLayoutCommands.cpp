@@ -55,7 +55,7 @@ bool PickCurve(AcDbObjectId& id) {
         }
         if (rc != RTNORM || acdbGetObjectId(id, name) != Acad::eOk) return false;
         if (KindOf(id) != CurveKind::kNone) return true;
-        acutPrintf(L"\n所选对象不是圆弧、多义线或引线，请重新选择。");
+        TellRefused(L"\n所选对象不是圆弧、多义线或引线，请重新选择。");
     }
 }
 
@@ -63,7 +63,7 @@ bool PickCurve(AcDbObjectId& id) {
 // already been told of a margin too large and of a polyline with other than two vertices.
 void TellSilentRefusal(const AcDbObjectId& id) {
     if (KindOf(id) == CurveKind::kLead) {
-        acutPrintf(L"\n这种引线不能用于弧线布置。");
+        TellRefused(L"\n这种引线不能用于弧线布置。");
         return;
     }
     AcDbPolyline* pline = nullptr;
@@ -71,7 +71,7 @@ void TellSilentRefusal(const AcDbObjectId& id) {
     double bulge = 0.0;
     if (pline->numVerts() == 2 && pline->getBulgeAt(0, bulge) == Acad::eOk &&
         std::abs(bulge) <= kStraightBulge)
-        acutPrintf(L"\n多义线的第一段是直线，不是圆弧。");
+        TellRefused(L"\n多义线的第一段是直线，不是圆弧。");
     pline->close();
 }
 
@@ -117,7 +117,7 @@ bool AskSector(AcGePoint3d& p1, AcGePoint3d& p2, AcGePoint3d& p3, AcGePoint3d& p
         p3.set(c[0], c[1], c[2]);
         AcGeCircArc3d arc;
         if (!KELToolKit::FormArcByTreePt(p1, p2, p3, arc)) {
-            acutPrintf(L"\n三点在一条直线上，不能确定圆弧，请重新指定。");
+            TellRefused(L"\n三点在一条直线上，不能确定圆弧，请重新指定。");
             continue;
         }
         const int rc = acedGetPoint(nullptr, L"\n指定内圆弧上的一点<圆心>:", d);

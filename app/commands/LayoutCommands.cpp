@@ -137,7 +137,7 @@ void AttCommand() {
                 return;
             }
             for (const CString& path : found) acutPrintf(L"\n  %s", path.GetString());
-            acutPrintf(L"\n有多个同名构件，请输入完整路径");
+            TellRefused(L"\n有多个同名构件，请输入完整路径");
             continue;
         }
         CStringArray children;
@@ -146,7 +146,7 @@ void AttCommand() {
                 acutPrintf(L"\n  %s\\%s", text.GetString(), child.GetString());
             continue;
         }
-        acutPrintf(L"\n没有找到构件: %s", text.GetString());
+        TellRefused(FormatText(L"\n没有找到构件: %s", text.GetString()));
     }
 }
 
@@ -171,7 +171,7 @@ void SysCommand() {
             acutPrintf(L"\n当前系统编号: %s", text.GetString());
             return;
         }
-        acutPrintf(L"\n%s专业没有系统编号 %s", spec.GetString(), text.GetString());
+        TellRefused(FormatText(L"\n%s专业没有系统编号 %s", spec.GetString(), text.GetString()));
     }
 }
 
@@ -197,7 +197,7 @@ void FloorCommand() {
             acutPrintf(L"\n当前楼层: %s", text.GetString());
             return;
         }
-        acutPrintf(L"\n没有这个楼层: %s", text.GetString());
+        TellRefused(FormatText(L"\n没有这个楼层: %s", text.GetString()));
     }
 }
 
@@ -220,7 +220,7 @@ void SpecCommand() {
             acutPrintf(L"\n当前专业: %s", text.GetString());
             return;
         }
-        acutPrintf(L"\n没有这个专业: %s", text.GetString());
+        TellRefused(FormatText(L"\n没有这个专业: %s", text.GetString()));
     }
 }
 
@@ -242,7 +242,7 @@ void PlaceCommand() {
         point.z = level;
         if (CDispGlobaFun::HasSamePunctateEquip(point, L"KELAZEQUIPMENT", true) ||
             CDispGlobaFun::HasSamePunctateEquip(point, L"KELAZKELSECTENT", true)) {
-            acutPrintf(L"\n同一个点不能重复布置");
+            TellRefused(L"\n同一个点不能重复布置");
             continue;
         }
         if (CDispGlobaFun::CreateSingleNodeEntity(point, CString(), CString(), 0.0,

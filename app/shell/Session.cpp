@@ -104,6 +104,11 @@ void Session::Run() {
     if (Editor* editor = CurrentEditor()) editor->FinishLine();
 }
 
+int Session::Refusals() const {
+    const Editor* editor = CurrentEditor();
+    return editor != nullptr ? editor->Refusals() : 0;
+}
+
 bool Session::StoppedInCommand() const {
     const Editor* editor = CurrentEditor();
     return editor != nullptr && editor->InputExhausted();

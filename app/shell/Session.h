@@ -42,6 +42,8 @@ public:
     void Run();
     // The input ran out while a command waited for an answer: where, and for what.
     bool StoppedInCommand() const;
+    // Answers the command line refused so far (wrong answers, unknown commands, refusals).
+    int Refusals() const;
     int StoppedAtLine() const;
     std::string StoppedAtPrompt() const;
     // Saves and exports as the options ask. False with the reasons.

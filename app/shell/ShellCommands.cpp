@@ -5,9 +5,12 @@
 #include <clocale>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <memory>
+#include <sstream>
 #include <string>
 
 #include "app/shell/InputHelp.h"
@@ -35,8 +38,11 @@ void AddSessionOptions(CLI::App* cmd, SessionOptions& opt, bool outputs) {
     cmd->add_option("--pdf", opt.pdf, "Export PDF to this file at the end");
 }
 
-// Runs a session on the input; the exit status.
-int RunSession(InputSource& input, const SessionOptions& options, const std::string& name) {
+// Runs a session on the input; the exit status. A script (countRefusals) that had answers
+// refused or commands unknown did not go as written: it says how many and answers 1, after
+// writing the outputs of what it did.
+int RunSession(InputSource& input, const SessionOptions& options, const std::string& name,
+               bool countRefusals = false) {
     Session session(input, std::cout);
     std::string error;
     if (!session.Open(options, error)) {
@@ -51,21 +57,73 @@ int RunSession(InputSource& input, const SessionOptions& options, const std::str
                      name.c_str(), session.StoppedAtLine(), session.StoppedAtPrompt().c_str());
         return 1;
     }
-    if (!session.WriteOutputs(options, error)) {
-        std::fprintf(stderr, "kelaz: %s", error.c_str());
-        return 1;
+    const bool written = session.WriteOutputs(options, error);
+    if (!written) std::fprintf(stderr, "kelaz: %s", error.c_str());
+    const int refused = countRefusals ? session.Refusals() : 0;
+    if (refused > 0) {
+        std::fprintf(stderr, "[kelaz] %s: %d 处输入被拒绝或是未知命令，脚本没有照写的那样执行\n",
+                     name.c_str(), refused);
     }
-    return 0;
+    return written && refused == 0 ? 0 : 1;
+}
+
+// Why the script's bytes are no UTF-8 text, or empty when they are.
+std::string NotUtf8Text(const std::string& bytes) {
+    if (bytes.rfind("\xFF\xFE", 0) == 0 || bytes.rfind("\xFE\xFF", 0) == 0)
+        return "是 UTF-16 文本，请存为 UTF-8";
+    int line = 1;
+    for (std::size_t i = 0; i < bytes.size();) {
+        const auto c = static_cast<unsigned char>(bytes[i]);
+        if (c == 0) return "第 " + std::to_string(line) + " 行有 NUL 字节，不是文本";
+        if (c == '\n') ++line;
+        // The length of the sequence its first byte announces, and the smallest value it may
+        // carry (longer forms of shorter sequences are no UTF-8).
+        int length = 1;
+        unsigned int value = c;
+        unsigned int least = 0;
+        if (c >= 0xF0 && c <= 0xF4) {
+            length = 4, value = c & 0x07u, least = 0x10000;
+        } else if (c >= 0xE0) {
+            length = 3, value = c & 0x0Fu, least = 0x800;
+        } else if (c >= 0xC2 && c <= 0xDF) {
+            length = 2, value = c & 0x1Fu, least = 0x80;
+        } else if (c >= 0x80) {
+            length = 0;
+        }
+        bool valid = length > 0 && i + static_cast<std::size_t>(length) <= bytes.size();
+        for (int k = 1; valid && k < length; ++k) {
+            const auto next = static_cast<unsigned char>(bytes[i + static_cast<std::size_t>(k)]);
+            valid = (next & 0xC0u) == 0x80u;
+            value = (value << 6) | (next & 0x3Fu);
+        }
+        valid = valid && value >= least && value <= 0x10FFFF && (value < 0xD800 || value > 0xDFFF);
+        if (!valid) return "第 " + std::to_string(line) + " 行不是 UTF-8 文本";
+        i += static_cast<std::size_t>(length);
+    }
+    return std::string();
 }
 
 int RunScript(const RunOptions& opt) {
-    std::ifstream file(opt.script, std::ios::binary);
-    if (!file) {
-        std::fprintf(stderr, "kelaz: cannot read the script %s\n", opt.script.c_str());
+    std::error_code ec;
+    if (std::filesystem::is_directory(opt.script, ec)) {
+        std::fprintf(stderr, "[kelaz] 脚本 %s 是一个目录，不是文件\n", opt.script.c_str());
         return 2;
     }
-    StreamInput input(file, FromUtf8(opt.script));
-    return RunSession(input, opt.session, opt.script);
+    std::ifstream file(opt.script, std::ios::binary);
+    const std::string text =
+        file ? std::string(std::istreambuf_iterator<char>(file), {}) : std::string();
+    if (!file || file.bad()) {
+        std::fprintf(stderr, "[kelaz] 不能读取脚本 %s\n", opt.script.c_str());
+        return 2;
+    }
+    const std::string why = NotUtf8Text(text);
+    if (!why.empty()) {
+        std::fprintf(stderr, "[kelaz] 脚本 %s %s\n", opt.script.c_str(), why.c_str());
+        return 2;
+    }
+    std::istringstream lines(text);
+    StreamInput input(lines, FromUtf8(opt.script));
+    return RunSession(input, opt.session, opt.script, true);
 }
 
 int RunShell(const SessionOptions& opt) {

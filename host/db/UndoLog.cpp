@@ -34,6 +34,7 @@ struct UndoLog::Record {
 
 struct UndoLog::Entry {
     bool mark = false;
+    CString name;  // the command of the group
     std::uint64_t serial = 0;
     std::vector<Record> records;
     // The partial record undoFiler() answers, until another record follows it.
@@ -49,6 +50,7 @@ bool UndoLog::isRecording() const { return m_enabled && !m_undoing && m_open != 
 UndoLog::Entry& UndoLog::openSegment() {
     m_open = std::make_unique<Entry>();
     m_open->serial = ++m_serial;
+    m_open->name = m_groupName;
     return *m_open;
 }
 
@@ -57,9 +59,10 @@ void UndoLog::closeSegment() {
     m_entries.push_back(std::move(m_open));
 }
 
-void UndoLog::beginGroup() {
+void UndoLog::beginGroup(const CString& name) {
     if (m_depth++ == 0) {
         m_split = false;
+        m_groupName = name;
         openSegment();
     }
 }
@@ -110,7 +113,9 @@ Acad::ErrorStatus UndoLog::undoGroups(int n, int* stepsDone) {
     if (es == Acad::eOk) es = checkUndoable(m_entries.size() - steps);
     if (es == Acad::eOk) {
         m_undoing = true;
+        m_undone.clear();
         for (std::size_t i = 0; i < steps; ++i) {
+            m_undone.push_back(m_entries.back()->mark ? CString() : m_entries.back()->name);
             undoEntry(*m_entries.back());
             m_entries.pop_back();
         }

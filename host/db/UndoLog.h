@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "host/db/AcadErrorStatus.h"
+#include "host/text/CString.h"
 
 class AcDbDwgFiler;
 class AcDbStub;
@@ -37,8 +38,9 @@ public:
     UndoLog(const UndoLog&) = delete;
     UndoLog& operator=(const UndoLog&) = delete;
 
-    // Groups nest; only the outermost begin and end delimit a group.
-    void beginGroup();
+    // Groups nest; only the outermost begin and end delimit a group, and give it its name (the
+    // command that made it, for telling the drafter what a step back undid).
+    void beginGroup(const CString& name = CString());
     void endGroup();
     int groupDepth() const { return m_depth; }
     // A mark after what is recorded so far. Inside an open group, the group is split there: what
@@ -52,6 +54,9 @@ public:
     // Steps back to the last mark and takes it away. With no mark, everything recorded is undone
     // and markFound is false.
     Acad::ErrorStatus undoToMark(bool* markFound = nullptr);
+    // What the last successful step back undid, the most recent first: each group's name, an
+    // empty name for a mark.
+    const std::vector<CString>& lastUndone() const { return m_undone; }
     bool canUndo() const;
     // Entries that undo can step back over (groups and marks, the open group included).
     int numSteps() const;
@@ -97,6 +102,8 @@ private:
     bool m_enabled = true;
     bool m_undoing = false;
     std::uint64_t m_serial = 0;
+    CString m_groupName;
+    std::vector<CString> m_undone;
     // Before-images taken at write open, not yet kept.
     std::unordered_map<AcDbStub*, std::vector<std::uint8_t>> m_pending;
 };

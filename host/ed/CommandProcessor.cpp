@@ -139,7 +139,9 @@ CommandProcessor::Fed CommandProcessor::Feed(const CommandInput& input) {
         m_pending.reset();
         return Fed::kDone;
     }
-    return step == HostCommand::Step::kRefused ? Fed::kRefused : Fed::kMore;
+    if (step != HostCommand::Step::kRefused) return Fed::kMore;
+    m_editor.NoteRefusal();
+    return Fed::kRefused;
 }
 
 bool CommandProcessor::Begin(const CString& name, bool echo) {

@@ -49,7 +49,10 @@ CString Editor::Absorb(const CString& text) {
     return soft && text[0] == L'\n' ? text.Mid(1) : text;
 }
 
-void Editor::Print(const CString& text) { Write(Absorb(text)); }
+void Editor::Print(const CString& text) {
+    m_saidSinceAnswer = true;
+    Write(Absorb(text));
+}
 
 void Editor::ShowCancel() { Print(L"*取消*"); }
 
@@ -136,6 +139,8 @@ bool Editor::ReadLine(const CString& prompt, LineKind kind, CString& line,
                 continue;  // the interrupted prompt is shown again
             }
         }
+        m_endedByEnter = kind != LineKind::kCommand && StripComment(line).IsEmpty();
+        m_saidSinceAnswer = false;
         return true;
     }
 }
@@ -158,6 +163,16 @@ void Editor::QueueTyped(const CString& text, bool echo) {
     if (pending) m_queue.push_back({current, echo});
 }
 
+void Editor::QueueArguments(const std::vector<CString>& answers) {
+    for (const CString& answer : answers) m_queue.push_back({answer, true, true});
+}
+
+int Editor::DropArguments() {
+    const auto before = m_queue.size();
+    std::erase_if(m_queue, [](const Queued& q) { return q.argument; });
+    return static_cast<int>(before - m_queue.size());
+}
+
 void Editor::SetInitGet(int flags, const CString& keywords) {
     m_initGet.flags = flags;
     m_initGet.keywords = KeywordList(keywords);
@@ -177,6 +192,10 @@ void Editor::SetDragPreview(GiPrimitiveList preview) {
 }
 
 Editor* CurrentEditor() { return Current(); }
+
+void NoteRefusedAnswer() {
+    if (Editor* ed = Current()) ed->NoteRefusal();
+}
 
 void SetCurrentEditor(Editor* editor) { Current() = editor; }
 

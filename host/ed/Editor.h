@@ -74,7 +74,11 @@ public:
 
     // Queues text as if typed: blanks and line ends end each answer.
     void QueueTyped(const CString& text, bool echo);
+    // Queues the answers typed after a command's name on its own line, each whole.
+    void QueueArguments(const std::vector<CString>& answers);
     bool HasQueuedInput() const { return !m_queue.empty(); }
+    // Takes back the answers of QueueArguments that the command did not read; how many.
+    int DropArguments();
 
     // acedInitGet: applies to the next input call only.
     void SetInitGet(int flags, const CString& keywords);
@@ -91,6 +95,17 @@ public:
     // ERRNO: why the last pick failed (kErrNoPickMissed, kErrNoNullPick), 0 when it did not.
     int ErrNo() const { return m_errNo; }
     void SetErrNo(int errNo) { m_errNo = errNo; }
+
+    // Answers refused (a wrong answer asked again, an unknown command, a pick that found
+    // nothing, a warning the answer earned): kelaz run counts them to tell whether the script
+    // went as written.
+    void NoteRefusal() { ++m_refusals; }
+    int Refusals() const { return m_refusals; }
+
+    // Whether the last answer read was Enter and nothing has been printed since: a command that
+    // ends there has not said so yet.
+    bool EndedSilentlyByEnter() const { return m_endedByEnter && !m_saidSinceAnswer; }
+    void ForgetLastAnswer() { m_endedByEnter = false; }
 
     // Running out of input at a command's prompt: the line last read and the prompt that waited.
     bool InputExhausted() const { return m_exhausted; }
@@ -114,6 +129,7 @@ private:
     struct Queued {
         CString text;
         bool echo = true;
+        bool argument = false;  // typed after the command's name
     };
 
     void Write(const CString& text);
@@ -132,6 +148,9 @@ private:
     int m_cmdEcho = 1;
     AcGePoint3d m_lastPoint;
     int m_errNo = 0;
+    int m_refusals = 0;
+    bool m_endedByEnter = false;
+    bool m_saidSinceAnswer = false;
 
     bool m_exhausted = false;
     int m_exhaustedLine = 0;
@@ -147,6 +166,8 @@ private:
 
 // The editor the aced* functions work on; null when there is none.
 Editor* CurrentEditor();
+// Counts a refused answer on the current command line, when there is one.
+void NoteRefusedAnswer();
 void SetCurrentEditor(Editor* editor);
 
 // Makes an editor current for the lifetime of the guard, and its database the working one.

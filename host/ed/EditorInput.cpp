@@ -53,6 +53,7 @@ int Ask(Editor& editor, const CString& prompt, const InitGet& init, const AskSpe
                 return RTCAN;
             case Answer::Kind::kEnter:
                 if ((init.flags & RSG_NONULL) == 0) return RTNONE;
+                editor.NoteRefusal();
                 editor.Print(spec.need);
                 continue;
             case Answer::Kind::kPoint:
@@ -60,6 +61,7 @@ int Ask(Editor& editor, const CString& prompt, const InitGet& init, const AskSpe
                     result.point = ResolvePoint(editor, answer.point, answer.relative);
                     return RTNORM;
                 }
+                editor.NoteRefusal();
                 editor.Print(spec.need);
                 continue;
             case Answer::Kind::kWord: {
@@ -68,10 +70,12 @@ int Ask(Editor& editor, const CString& prompt, const InitGet& init, const AskSpe
                                                   : spec.real && ParseDecimal(answer.text, number);
                 if (numeric) {
                     if ((init.flags & RSG_NOZERO) != 0 && number == 0.0) {
+                        editor.NoteRefusal();
                         editor.Print(L"\n值必须非零。");
                         continue;
                     }
                     if ((init.flags & RSG_NONEG) != 0 && number < 0.0) {
+                        editor.NoteRefusal();
                         editor.Print(L"\n值必须为正。");
                         continue;
                     }
@@ -87,13 +91,16 @@ int Ask(Editor& editor, const CString& prompt, const InitGet& init, const AskSpe
                     editor.SetLastKeyword(answer.text);
                     return RTKWORD;
                 }
+                editor.NoteRefusal();
                 editor.Print(spec.need);
                 continue;
             }
             case Answer::Kind::kDrag:
+                editor.NoteRefusal();
                 editor.Print(L"\n光标采样 (drag) 只在拖动时有效。");
                 continue;
             case Answer::Kind::kMalformed:
+                editor.NoteRefusal();
                 editor.Print(L"\n" + answer.text);
                 continue;
             case Answer::Kind::kTransparent:  // run by ReadLine already

@@ -216,6 +216,7 @@ int acedEntSel(const ACHAR* str, ads_name entres, ads_point ptres) {
     ed->SetLastPoint(answer.point);
     const AcDbObjectId id = kelaz::PickEntity(kelaz::CommandDatabase(*ed), answer.point);
     if (id.isNull()) {
+        ed->NoteRefusal();
         ed->Print(L"\n未选中对象。");
         ed->SetErrNo(kelaz::kErrNoPickMissed);
         return RTERROR;

@@ -45,12 +45,17 @@ Acad::ErrorStatus AppendToModelSpace(AcDbDatabase* db, AcDbEntity* entity) {
     return es;
 }
 
-// Reports an undo that could not be done.
-void ReportUndo(Editor& editor, Acad::ErrorStatus es) {
+// Reports a step back: what it undid ("*放弃* RECTLAYOUT"; a mark met on the way), or why it
+// could not be done.
+void ReportUndo(Editor& editor, Acad::ErrorStatus es, const UndoLog& undo) {
     if (es == Acad::eNothingToUndo) {
         editor.Print(kNothingToUndo);
     } else if (es != Acad::eOk) {
         editor.Print(L"\n有对象正被打开，不能放弃。");
+    } else {
+        for (const CString& name : undo.lastUndone()) {
+            editor.Print(name.IsEmpty() ? CString(L"\n遇到标记") : L"\n*放弃* " + name);
+        }
     }
 }
 
@@ -101,7 +106,7 @@ private:
             return;
         }
         UndoLog& undo = db->undoLog();
-        undo.beginGroup();
+        undo.beginGroup(L"ARC");
         if (AppendToModelSpace(db, entity) != Acad::eOk) {
             delete entity;
             m_editor.Print(L"\n圆弧不能加入图形。");
@@ -224,7 +229,7 @@ private:
         pline->setElevation(m_elevation);
         pline->setClosed(closed ? Adesk::kTrue : Adesk::kFalse);
         UndoLog& undo = db->undoLog();
-        undo.beginGroup();
+        undo.beginGroup(L"PLINE");
         if (AppendToModelSpace(db, pline) != Acad::eOk) {
             delete pline;
             m_editor.Print(L"\n多段线不能加入图形。");
@@ -253,14 +258,14 @@ public:
         if (db == nullptr) return Step::kDone;
         UndoLog& undo = db->undoLog();
         if (input.kind == CommandInput::Kind::kEnter) {
-            ReportUndo(m_editor, undo.undoGroups(1));
+            ReportUndo(m_editor, undo.undoGroups(1), undo);
             return Step::kDone;
         }
         if (input.kind == CommandInput::Kind::kWord) {
             double count = 0.0;
             if (ParseDecimal(input.text, count) && count >= 1.0 &&
                 count == static_cast<int>(count)) {
-                ReportUndo(m_editor, undo.undoGroups(static_cast<int>(count)));
+                ReportUndo(m_editor, undo.undoGroups(static_cast<int>(count)), undo);
                 return Step::kDone;
             }
             switch (m_keywords.Match(input.text)) {
@@ -292,9 +297,8 @@ private:
         }
         bool markFound = false;
         const Acad::ErrorStatus es = undo.undoToMark(&markFound);
-        if (es != Acad::eOk) {
-            ReportUndo(m_editor, es);
-        } else if (!markFound) {
+        ReportUndo(m_editor, es, undo);
+        if (es == Acad::eOk && !markFound) {
             m_editor.Print(L"\n没有标记：已放弃全部操作。");
         }
     }
@@ -309,7 +313,7 @@ public:
     explicit UCommand(Editor& editor) : m_editor(editor) {}
     Step Start() override {
         if (AcDbDatabase* db = CommandDatabase(m_editor)) {
-            ReportUndo(m_editor, db->undoLog().undoGroups(1));
+            ReportUndo(m_editor, db->undoLog().undoGroups(1), db->undoLog());
         }
         return Step::kDone;
     }
@@ -337,7 +341,7 @@ private:
     void Erase() {
         AcDbDatabase* db = CommandDatabase(m_editor);
         if (db == nullptr || m_selection.Selected().isEmpty()) return;
-        db->undoLog().beginGroup();
+        db->undoLog().beginGroup(L"ERASE");
         for (const AcDbObjectId& id : m_selection.Selected()) {
             AcDbObject* object = nullptr;
             if (acdbOpenAcDbObject(object, id, AcDb::kForWrite) != Acad::eOk) continue;

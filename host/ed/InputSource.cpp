@@ -16,6 +16,8 @@ bool StreamInput::NextLine(const CString& /*promptLine*/, CString& line) {
     std::string bytes;
     if (!std::getline(m_in, bytes)) return false;
     ++m_line;
+    // Editors on some systems start UTF-8 text with a byte order mark: it is no part of line 1.
+    if (m_line == 1 && bytes.rfind("\xEF\xBB\xBF", 0) == 0) bytes.erase(0, 3);
     // A script written on another system may end its lines with CR LF.
     if (!bytes.empty() && bytes.back() == '\r') bytes.pop_back();
     line = FromUtf8(bytes);

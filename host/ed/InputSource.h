@@ -50,6 +50,7 @@ private:
 };
 
 // Lines of a UTF-8 stream: a script file, or standard input when it is not a terminal.
+// A UTF-8 byte order mark before the first line is skipped.
 class StreamInput : public InputSource {
 public:
     StreamInput(std::istream& in, CString name) : m_in(in), m_name(std::move(name)) {}

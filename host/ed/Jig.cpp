@@ -56,6 +56,7 @@ AcEdJig::Event AcEdJig::ReadEvent() {
                     ed->SetLastKeyword(keywords.GlobalWord(index));
                     return event;
                 }
+                ed->NoteRefusal();
                 ed->Print(L"\n需要点或选项关键字。");
                 break;
             }
@@ -64,12 +65,14 @@ AcEdJig::Event AcEdJig::ReadEvent() {
                     event.kind = Event::Kind::kNull;
                     return event;
                 }
+                ed->NoteRefusal();
                 ed->Print(L"\n需要点或选项关键字。");
                 break;
             case kelaz::Answer::Kind::kCancel:
                 ed->ShowCancel();
                 return event;
             case kelaz::Answer::Kind::kMalformed:
+                ed->NoteRefusal();
                 ed->Print(L"\n" + answer.text);
                 break;
             case kelaz::Answer::Kind::kTransparent:

@@ -119,12 +119,16 @@ bool CommandLineDialogDriver::NextAction(const CDialog& dialog, DialogAction& ac
         }
         CString error;
         if (ParseDialogAction(line, action, error)) return true;
+        ed->NoteRefusal();
         ed->Print(L"\n" + error);
     }
 }
 
 void CommandLineDialogDriver::Refuse(const CString& message) {
-    if (Editor* ed = CurrentEditor()) ed->Print(L"\n" + message);
+    if (Editor* ed = CurrentEditor()) {
+        ed->NoteRefusal();
+        ed->Print(L"\n" + message);
+    }
 }
 
 bool ScriptedDialogDriver::Add(const CString& line) {

@@ -9,6 +9,9 @@ namespace kelaz {
 
 namespace {
 
+// The icon bits of a box's flags.
+constexpr UINT kIconMask = 0xF0;
+
 int DefaultAnswer(UINT flags) {
     switch (flags & MB_TYPEMASK) {
         case MB_YESNO:
@@ -50,6 +53,9 @@ int ConsoleMessageSink::Show(const MessageBoxRecord& box) {
     }
     ed->Print(FormatText(L"\n[%s] %s", box.caption.GetString(), box.text.GetString()));
     const UINT buttons = box.flags & MB_TYPEMASK;
+    // A warning that asks nothing tells the drafter that what was given was refused.
+    const UINT icon = box.flags & kIconMask;
+    if (buttons == MB_OK && (icon == MB_ICONWARNING || icon == MB_ICONERROR)) ed->NoteRefusal();
     if (buttons != MB_YESNO && buttons != MB_YESNOCANCEL && buttons != MB_OKCANCEL) return IDOK;
     const wchar_t* prompt = buttons == MB_YESNO         ? L"\n(yes/no): "
                             : buttons == MB_YESNOCANCEL ? L"\n(yes/no/cancel): "
@@ -69,6 +75,7 @@ int ConsoleMessageSink::Show(const MessageBoxRecord& box) {
             if (word.CompareNoCase(L"ok") == 0) return IDOK;
             if (cancel) return IDCANCEL;
         }
+        ed->NoteRefusal();
         ed->Print(buttons == MB_OKCANCEL ? L"\n请回答 ok 或 cancel。" : L"\n请回答 yes 或 no。");
     }
 }

@@ -233,7 +233,29 @@ TEST(HostCommands, CommandPromptRunsTypedCommandsAndRefusesUnknownOnes) {
               "命令: bogus\n未知命令\"bogus\"。输入 HELP 查看命令列表。\n"
               "命令: 3,4\n未知命令\"3,4\"。输入 HELP 查看命令列表。\n"
               "命令: ^C\n*取消*\n"
-              "命令: u\n命令: ");
+              "命令: u\n*放弃* ARC\n命令: ");
+}
+
+TEST(HostCommands, WordsAfterTheNameAnswerAndAliasesStandForCommands) {
+    // The answers on the command's own line, a quoted one with a blank kept whole; an alias; what
+    // a command does not read is dropped with a word and never runs as a command.
+    CommandLineHarness cl({L"A 0,0 \"50,50\" 100,0", L"pl 0,0 10,0 20,0", L"", L"u 7 8", L"UNDO 1",
+                           L"arc 1,1 2,2 3,1 4,4"});
+    kelaz::CommandLine line(cl.editor);
+    while (line.RunOne()) {
+    }
+    EXPECT_EQ(LiveEntities(), 1);  // the arc's second copy; the first and the polyline undone
+    const std::string out = cl.Out();
+    EXPECT_NE(
+        out.find("命令: A 0,0 \"50,50\" 100,0\n指定圆弧的起点: 0,0\n指定圆弧的第二个点: 50,50\n"
+                 "指定圆弧的端点: 100,0\n"),
+        std::string::npos)
+        << out;
+    EXPECT_NE(out.find("*放弃* PLINE\nU 没有用到后面的 2 项输入，已忽略。"), std::string::npos)
+        << out;
+    EXPECT_NE(out.find("*放弃* ARC"), std::string::npos);
+    EXPECT_NE(out.find("ARC 没有用到后面的 1 项输入，已忽略。"), std::string::npos) << out;
+    EXPECT_FALSE(cl.editor.HasQueuedInput());
 }
 
 }  // namespace
