@@ -107,6 +107,10 @@ bool ReadCommandInput(Editor& editor, const CString& prompt, CommandInput& input
                 input = CommandInput();
                 input.kind = CommandInput::Kind::kPoint;
                 input.point = ResolvePoint(editor, answer.point, answer.relative);
+                if (!WithinDrawingExtent(input.point)) {
+                    editor.Print(L"\n" + OutsideExtentMessage());
+                    continue;
+                }
                 editor.SetLastPoint(input.point);
                 return true;
             case Answer::Kind::kWord:
