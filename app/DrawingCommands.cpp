@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "app/FilePaths.h"
 #include "app/drawing/DrawingView.h"
 #include "app/drawing/SampleDrawing.h"
 #include "app/export/Export.h"
@@ -17,9 +18,19 @@ namespace {
 struct DrawingOptions {
     std::string drawing;
     std::string output;
+    bool force = false;
 };
 
+// A refusal of what the command line asked for: the program's message, status 2.
+int Refuse(const std::string& message) {
+    std::fprintf(stderr, "[kelaz] %s\n", message.c_str());
+    return 2;
+}
+
 int RunDump(const DrawingOptions& opt) {
+    if (const std::string bad = CheckReadPath(opt.drawing, "图形"); !bad.empty()) {
+        return Refuse(bad);
+    }
     std::string report;
     const std::unique_ptr<AcDbDatabase> db = OpenDrawing(opt.drawing, report);
     if (!db) {
@@ -31,6 +42,12 @@ int RunDump(const DrawingOptions& opt) {
 }
 
 int RunExport(const DrawingOptions& opt) {
+    if (const std::string bad = CheckReadPath(opt.drawing, "图形"); !bad.empty()) {
+        return Refuse(bad);
+    }
+    if (const std::string bad = CheckWritePath(opt.output, "输出文件"); !bad.empty()) {
+        return Refuse(bad);
+    }
     std::string report;
     const std::unique_ptr<AcDbDatabase> db = OpenDrawing(opt.drawing, report);
     if (!db) {
@@ -47,6 +64,13 @@ int RunExport(const DrawingOptions& opt) {
 }
 
 int RunSample(const DrawingOptions& opt) {
+    if (const std::string bad = CheckDrawingName(opt.drawing); !bad.empty()) return Refuse(bad);
+    if (const std::string bad = CheckWritePath(opt.drawing, "图形"); !bad.empty()) {
+        return Refuse(bad);
+    }
+    if (!opt.force && FileExists(opt.drawing)) {
+        return Refuse("文件 " + opt.drawing + " 已经存在；要替换它，请加 --force。");
+    }
     InitDrawingClasses();
     AcDbDatabase db;
     if (!BuildSampleDrawing(db)) {
@@ -73,7 +97,9 @@ void AddDrawingCommands(CLI::App& app, int& exitStatus) {
     auto sampleOpt = std::make_shared<DrawingOptions>();
     CLI::App* sample = app.add_subcommand(
         "sample", "Write a sample plant-room drawing holding one of every entity class");
-    sample->add_option("drawing", sampleOpt->drawing, "The drawing file to write")->required();
+    sample->add_option("drawing", sampleOpt->drawing, "The drawing file to write (.kdw)")
+        ->required();
+    sample->add_flag("--force", sampleOpt->force, "Replace the file if it exists");
     sample->callback([sampleOpt, &exitStatus] { exitStatus = RunSample(*sampleOpt); });
 
     auto exportOpt = std::make_shared<DrawingOptions>();

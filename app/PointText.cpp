@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <vector>
 
+#include "host/ed/DrawingExtent.h"
 #include "host/text/CString.h"
 #include "module/entry/DispUtils.h"
 
@@ -29,7 +30,12 @@ bool ParsePoint(std::string_view text, AcGePoint3d& point, std::string& error) {
             return false;
         }
     }
-    point.set(xyz[0], xyz[1], xyz[2]);
+    const AcGePoint3d parsed(xyz[0], xyz[1], xyz[2]);
+    if (!WithinDrawingExtent(parsed)) {
+        error = "“" + std::string(text) + "”：" + ToUtf8(OutsideExtentMessage());
+        return false;
+    }
+    point = parsed;
     return true;
 }
 

@@ -9,8 +9,9 @@
 
 namespace kelaz {
 
-// Numbers follow the module's strict rule (no exponents, no blanks inside). On failure the
-// array is untouched and error says which item is wrong.
+// Numbers follow the module's strict rule (no exponents, no blanks inside); a point lies within
+// the drawing's extent (kMaxCoordinate). On failure the array is untouched and error says which
+// item is wrong.
 bool ParsePoint(std::string_view text, AcGePoint3d& point, std::string& error);
 bool ParsePointList(std::string_view text, AcGePoint3dArray& points, std::string& error);
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "app/FilePaths.h"
 #include "suite/data/Att.h"
 #include "suite/data/CurrentProject.h"
 #include "suite/data/HorizontalLayMng.h"
@@ -154,6 +155,10 @@ void PrintProject() {
 }
 
 int RunInit(const ProjectOptions& opt) {
+    if (const std::string bad = CheckWritePath(opt.file, "项目"); !bad.empty()) {
+        std::fprintf(stderr, "[kelaz] %s\n", bad.c_str());
+        return 2;
+    }
     ProjectOpenResult result;
     if (!ProjectDb::CreateDefaultFile(FromUtf8(opt.file), opt.force, result)) {
         std::fprintf(stderr, "kelaz: %s: %s\n", opt.file.c_str(), result.message.c_str());
@@ -164,6 +169,11 @@ int RunInit(const ProjectOptions& opt) {
 }
 
 int RunShow(const ProjectOptions& opt) {
+    if (const std::string bad = CheckReadPath(opt.file, "项目");
+        !opt.file.empty() && !bad.empty()) {
+        std::fprintf(stderr, "[kelaz] %s\n", bad.c_str());
+        return 2;
+    }
     CString error;
     const bool opened = opt.file.empty() ? KelAzDataMng::OpenDefaultProject()
                                          : KelAzDataMng::OpenProject(FromUtf8(opt.file), error);

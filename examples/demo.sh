@@ -22,7 +22,7 @@ echo "== A margin that does not fit is refused =="
     --margin-along 1000 || echo "(refused, exit status $?)"
 
 echo "== A plant room with one of every entity class, saved, listed and exported =="
-"$kelaz" sample "$out/plant-room.kdw"
+"$kelaz" sample --force "$out/plant-room.kdw"
 "$kelaz" dump "$out/plant-room.kdw"
 for format in dxf png svg pdf; do
     "$kelaz" export "$out/plant-room.kdw" -o "$out/plant-room.$format"

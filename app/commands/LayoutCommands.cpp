@@ -1,5 +1,6 @@
 #include "app/commands/LayoutCommands.h"
 
+#include <cmath>
 #include <vector>
 
 #include "app/commands/CommandInput.h"
@@ -27,6 +28,10 @@ namespace kelaz {
 namespace {
 
 constexpr const wchar_t* kGroup = L"KELAZ_LAYOUT";
+// The shortest side a layout rectangle may have, in millimetres: a shorter one is two picks on
+// one spot, and would stand every component on a single line.
+constexpr double kMinRectSide = 1.0;
+
 // Every attribute path of the catalogue below path (a speciality, a category ...).
 void CollectAttributes(const CString& path, int depth, std::vector<CString>& out) {
     CStringArray children;
@@ -264,8 +269,21 @@ void RectLayoutCommand() {
     }
     ads_point p0 = {0, 0, 0}, p1 = {0, 0, 0}, p3 = {0, 0, 0};
     if (acedGetPoint(nullptr, L"\n指定布置区域的角点:", p0) != RTNORM) return;
-    if (acedGetPoint(p0, L"\n指定行方向的另一端:", p1) != RTNORM) return;
-    if (acedGetPoint(p0, L"\n指定列方向的另一端:", p3) != RTNORM) return;
+    // Each side is checked as soon as it is given, in plan (the elevation comes later).
+    for (;;) {
+        if (acedGetPoint(p0, L"\n指定行方向的另一端:", p1) != RTNORM) return;
+        if (std::hypot(p1[0] - p0[0], p1[1] - p0[1]) >= kMinRectSide) break;
+        TellRefused(L"\n行方向的边短于 1 毫米，请重新指定。");
+    }
+    for (;;) {
+        if (acedGetPoint(p0, L"\n指定列方向的另一端:", p3) != RTNORM) return;
+        // The other side's reach across the rows: a corner on the row line gives no rectangle.
+        const double reach =
+            std::abs((p1[0] - p0[0]) * (p3[1] - p0[1]) - (p1[1] - p0[1]) * (p3[0] - p0[0])) /
+            std::hypot(p1[0] - p0[0], p1[1] - p0[1]);
+        if (reach >= kMinRectSide) break;
+        TellRefused(L"\n列方向的另一端离行方向的边不到 1 毫米，请重新指定。");
+    }
     static int rows = 2;
     static int perRow = 3;
     static double along = 0.0;

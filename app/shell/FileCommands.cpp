@@ -1,11 +1,14 @@
 #include "app/shell/FileCommands.h"
 
+#include "app/FilePaths.h"
 #include "app/drawing/DrawingView.h"
 #include "app/export/Export.h"
+#include "app/export/ExportFormat.h"
 #include "app/shell/CommandHelp.h"
 #include "host/app/DocManager.h"
 #include "host/db/Database.h"
 #include "host/ed/EditorInput.h"
+#include "host/ui/MessageBox.h"
 
 namespace kelaz {
 
@@ -45,6 +48,42 @@ bool ExportDrawingTo(AcDbDatabase* db, const std::string& path, std::string& err
 
 namespace {
 
+// kelaz's own word inside a session: a box with the program's caption.
+void Tell(const std::string& text) { AfxMessageBox(FromUtf8(text), MB_OK | MB_ICONWARNING); }
+
+bool Confirm(const std::string& text) {
+    return AfxMessageBox(FromUtf8(text), MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+bool ConfirmReplace(const std::string& path) {
+    return Confirm("文件 " + path + " 已经存在。要替换它吗？");
+}
+
+// Whether the drawing may go to path; refusals and the question are shown here. Only a drawing
+// is ever replaced, and only the drawing's own file without asking.
+bool SaveAllowed(AcDbDatabase* db, const std::string& path) {
+    if (std::string bad = CheckDrawingName(path); !bad.empty()) {
+        if (ExportFormatOf(path)) bad += "要输出 DXF、PNG、SVG 或 PDF，请用 EXPORT。";
+        Tell(bad);
+        return false;
+    }
+    if (const std::string bad = CheckWritePath(path, "图形"); !bad.empty()) {
+        Tell(bad);
+        return false;
+    }
+    if (!FileExists(path)) return true;
+    if (IsForeignFile(path)) {
+        Tell("文件 " + path + " 不是 kelaz 图形，SAVE 不会覆盖它。");
+        return false;
+    }
+    const wchar_t* own = nullptr;
+    db->getFilename(own);
+    if (own != nullptr && *own != L'\0' && SameFile(ToUtf8(std::wstring_view(own)), path)) {
+        return true;
+    }
+    return ConfirmReplace(path);
+}
+
 void SaveCommand() {
     AcDbDatabase* db = CurrentDatabase();
     if (db == nullptr) return;
@@ -56,6 +95,10 @@ void SaveCommand() {
     std::string path;
     if (!AskPath(prompt, name, path)) {
         acutPrintf(L"\n没有保存：图形还没有文件名。");
+        return;
+    }
+    if (!SaveAllowed(db, path)) {
+        acutPrintf(L"\n没有保存。");
         return;
     }
     std::string error;
@@ -73,6 +116,18 @@ void ExportCommand() {
     if (!AskPath(L"\n输出到文件 (.dxf .png .svg .pdf): ", CString(), path)) {
         acutPrintf(L"\n没有输出。");
         return;
+    }
+    // An unknown suffix is left to the exporter, which names the ones it knows.
+    if (ExportFormatOf(path)) {
+        if (const std::string bad = CheckWritePath(path, "输出文件"); !bad.empty()) {
+            Tell(bad);
+            acutPrintf(L"\n没有输出。");
+            return;
+        }
+        if (FileExists(path) && !ConfirmReplace(path)) {
+            acutPrintf(L"\n没有输出。");
+            return;
+        }
     }
     std::string error;
     if (ExportDrawingTo(db, path, error)) {

@@ -13,6 +13,8 @@
 #include <sstream>
 #include <string>
 
+#include "app/FilePaths.h"
+#include "app/export/ExportFormat.h"
 #include "app/shell/InputHelp.h"
 #include "app/shell/Session.h"
 #include "app/shell/TerminalInput.h"
@@ -38,11 +40,37 @@ void AddSessionOptions(CLI::App* cmd, SessionOptions& opt, bool outputs) {
     cmd->add_option("--pdf", opt.pdf, "Export PDF to this file at the end");
 }
 
+// Every path of the command line, checked before the session starts, so that a session is never
+// run only to find at its end that its drawing cannot be written. Empty when all can be used.
+std::string CheckSessionPaths(const SessionOptions& opt) {
+    std::string bad;
+    if (!opt.drawing.empty() && !(bad = CheckReadPath(opt.drawing, "图形")).empty()) return bad;
+    if (!opt.project.empty() && !(bad = CheckReadPath(opt.project, "项目")).empty()) return bad;
+    if (!opt.save.empty()) {
+        if (!(bad = CheckDrawingName(opt.save)).empty()) {
+            if (ExportFormatOf(opt.save))
+                bad += "要输出 DXF、PNG、SVG 或 PDF，请用 --dxf、--png、--svg 或 --pdf。";
+            return bad;
+        }
+        if (!(bad = CheckWritePath(opt.save, "图形")).empty()) return bad;
+        if (IsForeignFile(opt.save))
+            return "文件 " + opt.save + " 不是 kelaz 图形，--save 不会覆盖它。";
+    }
+    for (const std::string* path : {&opt.dxf, &opt.png, &opt.svg, &opt.pdf}) {
+        if (!path->empty() && !(bad = CheckWritePath(*path, "输出文件")).empty()) return bad;
+    }
+    return bad;
+}
+
 // Runs a session on the input; the exit status. A script (countRefusals) that had answers
 // refused or commands unknown did not go as written: it says how many and answers 1, after
 // writing the outputs of what it did.
 int RunSession(InputSource& input, const SessionOptions& options, const std::string& name,
                bool countRefusals = false) {
+    if (const std::string bad = CheckSessionPaths(options); !bad.empty()) {
+        std::fprintf(stderr, "[kelaz] %s\n", bad.c_str());
+        return 2;
+    }
     Session session(input, std::cout);
     std::string error;
     if (!session.Open(options, error)) {

@@ -1,13 +1,12 @@
 #include "host/db/DrawingFile.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <boost/crc.hpp>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <string>
 #include <vector>
@@ -18,6 +17,7 @@
 #include "host/db/Database.h"
 #include "host/db/DatabaseImpl.h"
 #include "host/db/Entity.h"
+#include "host/db/FileReplace.h"
 #include "host/db/LayerTable.h"
 #include "host/db/MemoryDwgFiler.h"
 
@@ -47,12 +47,6 @@ std::uint32_t Crc32(const std::uint8_t* data, std::size_t size) {
     return crc.checksum();
 }
 
-std::filesystem::path FsPath(const wchar_t* path) {
-    return std::filesystem::path(ToUtf8(std::wstring_view(path)));
-}
-
-CString SystemError() { return FromUtf8(std::strerror(errno)); }
-
 // Problems found in a file, numbered in the report as an auditor lists them.
 class Problems {
 public:
@@ -81,6 +75,12 @@ bool WriteRecord(MemoryDwgFiler& body, AcDbStub* stub, AcDbDatabase* db, Problem
     {
         DatabaseImpl::ReadScope readable(stub);
         stub->object->dwgOutFields(&record);
+    }
+    if (record.filerStatus() == Acad::eInvalidInput) {
+        problems.add(Acad::eInvalidInput,
+                     FormatText(L"object %s (%s) holds a number that is not finite",
+                                stub->handle.text().GetString(), stub->object->isA()->name()));
+        return false;
     }
     if (record.filerStatus() != Acad::eOk) {
         problems.add(
@@ -116,35 +116,25 @@ std::vector<AcDbStub*> LiveStubs(const std::vector<AcDbStub*>& stubs) {
     return live;
 }
 
-bool WriteFileAtomically(const std::filesystem::path& target,
-                         const std::vector<std::uint8_t>& bytes, CString& why) {
-    static std::atomic<unsigned> counter{0};
-    std::filesystem::path temp = target;
-    temp += ".tmp-" + std::to_string(::getpid()) + "-" + std::to_string(counter++);
-    std::error_code ec;
-    {
-        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-        if (!out) {
-            why = FormatText(L"cannot create %s (%s)", FromUtf8(temp.string()).GetString(),
-                             SystemError().GetString());
-            return false;
-        }
-        out.write(reinterpret_cast<const char*>(bytes.data()),
-                  static_cast<std::streamsize>(bytes.size()));
-        out.flush();
-        if (!out) {
-            why = FormatText(L"cannot write %s (%s)", FromUtf8(temp.string()).GetString(),
-                             SystemError().GetString());
-            out.close();
-            std::filesystem::remove(temp, ec);
-            return false;
-        }
+bool WriteAll(const std::string& file, const std::vector<std::uint8_t>& bytes, int& error) {
+    const int fd = ::open(file.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC);
+    if (fd < 0) {
+        error = errno;
+        return false;
     }
-    std::filesystem::rename(temp, target, ec);
-    if (ec) {
-        why =
-            FormatText(L"cannot put the drawing in place (%s)", FromUtf8(ec.message()).GetString());
-        std::filesystem::remove(temp, ec);
+    size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t n = ::write(fd, bytes.data() + done, bytes.size() - done);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) {
+            error = errno;
+            ::close(fd);
+            return false;
+        }
+        done += static_cast<size_t>(n);
+    }
+    if (::close(fd) != 0) {
+        error = errno;
         return false;
     }
     return true;
@@ -209,9 +199,15 @@ Acad::ErrorStatus WriteDrawingFile(const AcDbDatabase& db, const wchar_t* path, 
     bytes.insert(bytes.end(), body.bytes().begin(), body.bytes().end());
     PutLE(bytes, Crc32(bytes.data(), bytes.size()), 4);
 
-    CString why;
-    if (!WriteFileAtomically(FsPath(path), bytes, why)) {
-        problems.add(Acad::eFileAccessErr, why);
+    int writeError = 0;
+    FileStatus status = ReplaceFile(ToUtf8(std::wstring_view(path)), [&](const std::string& file) {
+        return WriteAll(file, bytes, writeError);
+    });
+    if (status.problem == FileProblem::kWriteFailed && status.error == 0) {
+        status.error = writeError;
+    }
+    if (!status.ok()) {
+        problems.add(Acad::eFileAccessErr, FromUtf8(FileProblemText(status)));
         report = problems.report(L"save", path);
         return problems.first();
     }
@@ -274,6 +270,9 @@ void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Proble
         const Acad::ErrorStatus es = obj->dwgInFields(&filer);
         if (es == Acad::eMakeMeProxy) {
             problems.add(es, what + L": written by a newer version of its class");
+        } else if (filer.filerStatus() == Acad::eInvalidInput) {
+            problems.add(Acad::eDwgObjectImproperlyRead,
+                         what + L": a number in its record is not finite");
         } else if (es != Acad::eOk || filer.filerStatus() != Acad::eOk) {
             const Acad::ErrorStatus why = es != Acad::eOk ? es : filer.filerStatus();
             problems.add(Acad::eDwgObjectImproperlyRead,
@@ -402,15 +401,13 @@ Acad::ErrorStatus ReadDrawingFile(const wchar_t* path, std::unique_ptr<DatabaseI
         return status;
     };
 
-    std::ifstream in(FsPath(path), std::ios::binary);
-    if (!in) {
-        const bool missing = !std::filesystem::exists(FsPath(path));
-        return fail(missing ? Acad::eFileNotFound : Acad::eFileAccessErr,
-                    missing ? CString(L"no such file") : SystemError());
+    std::vector<std::uint8_t> bytes;
+    const FileStatus status = ReadRegularFile(ToUtf8(std::wstring_view(path)), bytes, SIZE_MAX);
+    if (!status.ok()) {
+        return fail(
+            status.problem == FileProblem::kMissing ? Acad::eFileNotFound : Acad::eFileAccessErr,
+            FromUtf8(FileProblemText(status)));
     }
-    const std::vector<std::uint8_t> bytes((std::istreambuf_iterator<char>(in)),
-                                          std::istreambuf_iterator<char>());
-    if (in.bad()) return fail(Acad::eFileAccessErr, SystemError());
 
     if (bytes.size() < sizeof(kMagic) || std::memcmp(bytes.data(), kMagic, sizeof(kMagic)) != 0) {
         return fail(Acad::eBadDwgHeader, L"it is not a drawing of this program (no signature)");
@@ -459,6 +456,13 @@ Acad::ErrorStatus ReadDrawingFile(const wchar_t* path, std::unique_ptr<DatabaseI
     }
     contents = DatabaseImpl::takeContents(temp);
     return Acad::eOk;
+}
+
+bool IsDrawingFile(const wchar_t* path) {
+    if (path == nullptr || *path == L'\0') return false;
+    std::vector<std::uint8_t> head;
+    return ReadRegularFile(ToUtf8(std::wstring_view(path)), head, sizeof(kMagic)).ok() &&
+           head.size() == sizeof(kMagic) && std::memcmp(head.data(), kMagic, sizeof(kMagic)) == 0;
 }
 
 }  // namespace kelaz

@@ -21,13 +21,17 @@ class DatabaseImpl;
 // The format this program writes, and the newest it reads.
 inline constexpr Adesk::UInt32 kDrawingFormatVersion = 1;
 
-// Writes db to path through a temporary file beside it, renamed into place at the end. On
-// failure the report says why and no file is left behind.
+// Writes db to path through a temporary file beside it, renamed into place at the end (see
+// host/db/FileReplace.h: the file keeps its permissions, a symbolic link is followed, a
+// read-only file is refused). On failure the report says why and no file is left behind.
 Acad::ErrorStatus WriteDrawingFile(const AcDbDatabase& db, const wchar_t* path, CString& report);
 
 // Reads and checks the whole file into new contents. On failure, contents stays empty and the
 // report names the file and lists every problem found, numbered.
 Acad::ErrorStatus ReadDrawingFile(const wchar_t* path, std::unique_ptr<DatabaseImpl>& contents,
                                   CString& report);
+
+// Whether path is a regular file that begins as a drawing of this program does, intact or not.
+bool IsDrawingFile(const wchar_t* path);
 
 }  // namespace kelaz

@@ -1,6 +1,7 @@
 #include "host/db/MemoryDwgFiler.h"
 
 #include <bit>
+#include <cmath>
 #include <cstring>
 #include <type_traits>
 
@@ -75,7 +76,17 @@ Acad::ErrorStatus MemoryDwgFiler::readInteger(Tag tag, T* value) {
 }
 
 template <int N>
+bool MemoryDwgFiler::finiteForFile(const double (&values)[N]) const {
+    if (m_type != AcDb::kFileFiler) return true;
+    for (double v : values) {
+        if (!std::isfinite(v)) return false;
+    }
+    return true;
+}
+
+template <int N>
 Acad::ErrorStatus MemoryDwgFiler::writeDoubles(Tag tag, const double (&values)[N]) {
+    if (!finiteForFile(values)) return fail(Acad::eInvalidInput);
     putTag(tag);
     for (double v : values) putDouble(v);
     return m_status;
@@ -86,6 +97,7 @@ Acad::ErrorStatus MemoryDwgFiler::readDoubles(Tag tag, double (&values)[N]) {
     for (double& v : values) v = 0.0;
     if (!takeTag(tag)) return m_status;
     for (double& v : values) takeDouble(v);
+    if (m_status == Acad::eOk && !finiteForFile(values)) fail(Acad::eInvalidInput);
     if (m_status != Acad::eOk) {
         for (double& v : values) v = 0.0;
     }

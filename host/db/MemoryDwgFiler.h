@@ -5,6 +5,9 @@
 // gets eFilerError or eEndOfFile instead of reinterpreting bytes. Numbers are little-endian;
 // text is stored as 32-bit code units so that any CString comes back exactly.
 //
+// A file filer refuses a number that is not finite (NaN, infinity) with eInvalidInput, writing
+// or reading: no drawing holds one, so in a file it can only be damage.
+//
 // Ids: a file outlives the process, so a file filer writes an id as its handle and resolves it
 // through its database when reading (making a stub for an object not read yet). Other filers
 // (undo, copy) stay within one process and database and store the stub itself.
@@ -142,6 +145,8 @@ private:
     Acad::ErrorStatus writeInteger(Tag tag, T value);
     template <class T>
     Acad::ErrorStatus readInteger(Tag tag, T* value);
+    template <int N>
+    bool finiteForFile(const double (&values)[N]) const;
     template <int N>
     Acad::ErrorStatus writeDoubles(Tag tag, const double (&values)[N]);
     template <int N>

@@ -128,6 +128,7 @@ Answer ParseAnswer(const CString& line) {
         if (!ParsePointSpec(text.Mid(4), a)) {
             return Malformed(L"光标位置无效：drag 后面应是 x,y 或 x,y,z。");
         }
+        if (!a.relative && !WithinDrawingExtent(a.point)) return Malformed(OutsideExtentMessage());
         a.kind = Answer::Kind::kDrag;
         return a;
     }
@@ -136,6 +137,7 @@ Answer ParseAnswer(const CString& line) {
             return Malformed(
                 FormatText(L"点无效：\"%s\"。点的格式是 x,y、x,y,z 或 @dx,dy。", text.GetString()));
         }
+        if (!a.relative && !WithinDrawingExtent(a.point)) return Malformed(OutsideExtentMessage());
         a.kind = Answer::Kind::kPoint;
         return a;
     }

@@ -11,8 +11,10 @@
 //   anything else        a word: a keyword, a command name, or the text a text prompt asks for
 // A '#' at the start of the line or after a blank starts a comment; a line that holds only a
 // comment is no answer at all. Numbers are plain decimals: an optional sign, digits and at most
-// one point.
+// one point; a point answered outright must lie within kMaxCoordinate of the origin (a relative
+// one is checked where it is resolved against the last point).
 
+#include "host/ed/DrawingExtent.h"
 #include "host/ge/Point3d.h"
 #include "host/text/CString.h"
 

@@ -107,6 +107,11 @@ bool ReadCommandInput(Editor& editor, const CString& prompt, CommandInput& input
                 input = CommandInput();
                 input.kind = CommandInput::Kind::kPoint;
                 input.point = ResolvePoint(editor, answer.point, answer.relative);
+                if (!WithinDrawingExtent(input.point)) {
+                    editor.NoteRefusal();
+                    editor.Print(L"\n" + OutsideExtentMessage());
+                    continue;
+                }
                 editor.SetLastPoint(input.point);
                 return true;
             case Answer::Kind::kWord:
@@ -115,9 +120,11 @@ bool ReadCommandInput(Editor& editor, const CString& prompt, CommandInput& input
                 input.text = answer.text;
                 return true;
             case Answer::Kind::kDrag:
+                editor.NoteRefusal();
                 editor.Print(L"\n光标采样 (drag) 只在拖动时有效。");
                 continue;
             case Answer::Kind::kMalformed:
+                editor.NoteRefusal();
                 editor.Print(L"\n" + answer.text);
                 continue;
             case Answer::Kind::kTransparent:

@@ -59,7 +59,10 @@ int Ask(Editor& editor, const CString& prompt, const InitGet& init, const AskSpe
             case Answer::Kind::kPoint:
                 if (spec.point) {
                     result.point = ResolvePoint(editor, answer.point, answer.relative);
-                    return RTNORM;
+                    if (WithinDrawingExtent(result.point)) return RTNORM;
+                    editor.NoteRefusal();
+                    editor.Print(L"\n" + OutsideExtentMessage());
+                    continue;
                 }
                 editor.NoteRefusal();
                 editor.Print(spec.need);

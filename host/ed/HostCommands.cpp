@@ -87,6 +87,7 @@ private:
     void Draw() {
         const AcGeCircArc3d arc(m_points[0], m_points[1], m_points[2]);
         if (arc.radius() < kMinArcRadius) {
+            m_editor.NoteRefusal();
             m_editor.Print(L"\n三点在一条直线上，不能画圆弧。");
             return;
         }
@@ -171,6 +172,7 @@ public:
             const AcGeCircArc3d arc(m_vertices.back().point, m_second, p);
             m_mode = Mode::kArcSecond;
             if (arc.radius() < kMinArcRadius) {
+                m_editor.NoteRefusal();
                 m_editor.Print(L"\n三点在一条直线上，不能画圆弧。");
                 return Step::kMore;
             }

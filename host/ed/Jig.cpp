@@ -40,14 +40,22 @@ AcEdJig::Event AcEdJig::ReadEvent() {
         const kelaz::Answer answer = kelaz::ParseAnswer(line);
         switch (answer.kind) {
             case kelaz::Answer::Kind::kDrag:
-                event.kind = Event::Kind::kMove;
-                event.point = kelaz::ResolvePoint(*ed, answer.point, answer.relative);
+            case kelaz::Answer::Kind::kPoint: {
+                const AcGePoint3d point = kelaz::ResolvePoint(*ed, answer.point, answer.relative);
+                if (!kelaz::WithinDrawingExtent(point)) {
+                    ed->NoteRefusal();
+                    ed->Print(L"\n" + kelaz::OutsideExtentMessage());
+                    break;
+                }
+                event.point = point;
+                if (answer.kind == kelaz::Answer::Kind::kDrag) {
+                    event.kind = Event::Kind::kMove;
+                } else {
+                    event.kind = Event::Kind::kAccept;
+                    if ((m_controls & kDontUpdateLastPoint) == 0) ed->SetLastPoint(point);
+                }
                 return event;
-            case kelaz::Answer::Kind::kPoint:
-                event.kind = Event::Kind::kAccept;
-                event.point = kelaz::ResolvePoint(*ed, answer.point, answer.relative);
-                if ((m_controls & kDontUpdateLastPoint) == 0) ed->SetLastPoint(event.point);
-                return event;
+            }
             case kelaz::Answer::Kind::kWord: {
                 const int index = keywords.Match(answer.text);
                 if (index >= 0 && index < kKW9) {

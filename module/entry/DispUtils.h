@@ -16,9 +16,10 @@
 class LAYOUT_API CDispUtils {
 public:
     // A decimal number with optional sign and at most one inner point; no exponent, no blanks
-    // inside. value is untouched when the text is refused.
+    // inside, small enough for a double. value is untouched when the text is refused.
     static bool ParseToDouble(const CString& text, double& value);
-    // An integer with optional sign; value is untouched when the text is refused.
+    // An integer with optional sign that an int holds; value is untouched when the text is
+    // refused.
     static bool ParseToInteger(const CString& text, int& value);
 
     // Counts the non-overlapping occurrences of pattern; positions receive their indices when

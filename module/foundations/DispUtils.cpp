@@ -1,5 +1,9 @@
 #include "module/entry/DispUtils.h"
 
+#include <cerrno>
+#include <climits>
+#include <cmath>
+#include <cwchar>
 #include <cwctype>
 
 #include "host/ge/BoundedPlane.h"
@@ -29,7 +33,11 @@ bool CDispUtils::ParseToInteger(const CString& text, int& value) {
     for (int i = 1; i < s.GetLength(); ++i) {
         if (!IsDigit(s.GetAt(i))) return false;
     }
-    value = _wtoi(s);
+    // Digits beyond an int's range would be read as its limit, a number nobody typed.
+    errno = 0;
+    const long long parsed = std::wcstoll(s.GetString(), nullptr, 10);
+    if (errno == ERANGE || parsed < INT_MIN || parsed > INT_MAX) return false;
+    value = static_cast<int>(parsed);
     return true;
 }
 
@@ -48,7 +56,10 @@ bool CDispUtils::ParseToDouble(const CString& text, double& value) {
         const wchar_t c = s.GetAt(i);
         if (!IsDigit(c) && c != L'.') return false;
     }
-    value = _wtof(s);
+    // Digits enough to overflow a double name no length a drawing can use.
+    const double parsed = _wtof(s);
+    if (!std::isfinite(parsed)) return false;
+    value = parsed;
     return true;
 }
 

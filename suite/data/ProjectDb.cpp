@@ -9,6 +9,8 @@
 #include <fstream>
 #include <set>
 
+#include "host/db/FileReplace.h"
+
 namespace kelaz {
 
 namespace {
@@ -168,25 +170,25 @@ bool ProjectDb::CreateDefaultFile(const CString& path, bool overwrite, ProjectOp
         return Refuse(result, ProjectProblem::Exists,
                       "the file exists already (give --force to replace it)");
 
-    // Built beside the target and renamed over it at the end, so that the target is either
-    // the old file or the complete new project, never a half-written one.
-    const std::string temp = file + ".kelaz-new";
-    ::unlink(temp.c_str());
-    ::unlink((temp + "-journal").c_str());
-    {
+    // Built in a temporary file beside the target and renamed over it at the end, so that the
+    // target is either the old file or the complete new project, never a half-written one.
+    std::string why;
+    const FileStatus status = ReplaceFile(file, [&](const std::string& temporary) {
         SqliteDb db;
-        if (!db.Open(temp, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE))
-            return Refuse(result, ProjectProblem::Io, "cannot create: " + db.LastError());
-        if (!FillNewProject(db, ProjectNameOf(path), result)) {
-            db.Close();
-            ::unlink(temp.c_str());
+        if (!db.Open(temporary, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) {
+            why = "cannot create: " + db.LastError();
             return false;
         }
-    }
-    if (std::rename(temp.c_str(), file.c_str()) != 0) {
-        ::unlink(temp.c_str());
+        ProjectOpenResult filled;
+        if (FillNewProject(db, ProjectNameOf(path), filled)) return true;
+        why = filled.message;
+        db.Close();
+        ::unlink((temporary + "-journal").c_str());
+        return false;
+    });
+    if (!status.ok()) {
         return Refuse(result, ProjectProblem::Io,
-                      std::string("cannot write: ") + std::strerror(errno));
+                      !why.empty() ? why : "cannot write: " + FileProblemText(status));
     }
     return true;
 }

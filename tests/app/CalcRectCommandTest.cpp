@@ -63,6 +63,8 @@ TEST(AppPointText, PointsAreParsedStrictly) {
     EXPECT_FALSE(kelaz::ParsePointList("1,2 3,4,5,6", pts, error));
     EXPECT_NE(error.find("3,4,5,6"), std::string::npos);
     EXPECT_FALSE(kelaz::ParsePointList("1,,2", pts, error));
+    EXPECT_FALSE(kelaz::ParsePointList("0,0 1000000001,0", pts, error));
+    EXPECT_NE(error.find("±1000000000 毫米"), std::string::npos) << error;
     EXPECT_EQ(pts.length(), 3);  // untouched by a refusal
     EXPECT_TRUE(kelaz::ParsePointList("", pts, error));
     EXPECT_EQ(pts.length(), 0);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <stdlib.h>
+#include <sys/stat.h>
 
 #include <filesystem>
 #include <fstream>
@@ -113,4 +114,35 @@ TEST_F(AppProject, ShowRefusesDamagedOrForeignFilesAndLeavesThemAlone) {
         EXPECT_EQ(Bytes(file), before) << file;
     }
     EXPECT_FALSE(std::filesystem::exists(m_dir + "/missing.kelaz"));
+}
+
+TEST_F(AppProject, InitForceKeepsTheModeFollowsLinksAndRefusesWhatIsNoFile) {
+    const std::string file = m_dir + "/p.kelaz";
+    ASSERT_EQ(RunKelaz("project init " + file).status, 0);
+    ASSERT_EQ(::chmod(file.c_str(), 0664), 0);
+    std::filesystem::create_symlink("p.kelaz", m_dir + "/link.kelaz");
+    const auto forced = RunKelaz("project init --force " + m_dir + "/link.kelaz");
+    ASSERT_EQ(forced.status, 0) << forced.out;
+    EXPECT_TRUE(std::filesystem::is_symlink(m_dir + "/link.kelaz"));
+    struct stat st {};
+    ASSERT_EQ(::stat(file.c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 07777, 0664u);
+    EXPECT_EQ(RunKelaz("project show " + file).status, 0);
+
+    std::filesystem::create_directory(m_dir + "/folder.kelaz");
+    ASSERT_EQ(::mkfifo((m_dir + "/pipe.kelaz").c_str(), 0644), 0);
+    for (const std::string& args :
+         {"project show " + m_dir + "/folder.kelaz", "project show " + m_dir + "/pipe.kelaz",
+          "project init --force " + m_dir + "/folder.kelaz",
+          "project init --force " + m_dir + "/pipe.kelaz"}) {
+        const auto r = kelaz::test::RunKelazWithin(20, args);
+        EXPECT_EQ(r.status, 2) << args << "\n" << r.out;
+        EXPECT_NE(r.out.find("：\n  1. "), std::string::npos) << r.out;
+    }
+    EXPECT_TRUE(std::filesystem::is_directory(m_dir + "/folder.kelaz"));
+    EXPECT_TRUE(std::filesystem::is_fifo(m_dir + "/pipe.kelaz"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_dir),
+                            std::filesystem::directory_iterator()),
+              4)
+        << "no temporary file is left";
 }

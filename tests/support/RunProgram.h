@@ -14,9 +14,8 @@ struct ProgramResult {
     std::string out;  // standard output and standard error, interleaved
 };
 
-inline ProgramResult RunKelaz(const std::string& args) {
+inline ProgramResult RunCommandLine(const std::string& cmd) {
     ProgramResult r;
-    const std::string cmd = std::string(KELAZ_EXE) + " " + args + " 2>&1";
     FILE* pipe = popen(cmd.c_str(), "r");
     if (!pipe) return r;
     std::array<char, 4096> buf{};
@@ -25,6 +24,16 @@ inline ProgramResult RunKelaz(const std::string& args) {
     const int raw = pclose(pipe);
     r.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
     return r;
+}
+
+inline ProgramResult RunKelaz(const std::string& args) {
+    return RunCommandLine(std::string(KELAZ_EXE) + " " + args + " 2>&1");
+}
+
+// For what might wait for ever when broken: stopped after the time, with status 124.
+inline ProgramResult RunKelazWithin(int seconds, const std::string& args) {
+    return RunCommandLine("timeout " + std::to_string(seconds) + " " + KELAZ_EXE + " " + args +
+                          " 2>&1");
 }
 
 }  // namespace kelaz::test

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -114,8 +115,59 @@ TEST_F(DrawingCommands, DamagedOrMissingDrawingsAreRefusedAndLeftAlone) {
     EXPECT_EQ(RunKelaz("dump " + (dir / "none.kdw").string()).status, 2);
 
     // A good drawing to an unknown format: a message and no file.
-    ASSERT_EQ(RunKelaz("sample " + drawing.string()).status, 0);
+    ASSERT_EQ(RunKelaz("sample --force " + drawing.string()).status, 0);
     const auto bad = RunKelaz("export " + drawing.string() + " -o " + (dir / "out.bmp").string());
     EXPECT_EQ(bad.status, 1);
     EXPECT_FALSE(fs::exists(dir / "out.bmp"));
+}
+
+TEST_F(DrawingCommands, FoldersAndPipesAreRefusedWithANumberedReportAtOnce) {
+    const std::string good = (dir / "good.kdw").string();
+    ASSERT_EQ(RunKelaz("sample " + good).status, 0);
+    fs::create_directory(dir / "folder.kdw");
+    fs::create_directory(dir / "folder.png");
+    ASSERT_EQ(::mkfifo((dir / "pipe.kdw").c_str(), 0644), 0);
+    ASSERT_EQ(::mkfifo((dir / "pipe.png").c_str(), 0644), 0);
+    const std::string d = dir.string() + "/";
+    const std::pair<std::string, const char*> cases[] = {
+        {"dump " + d + "folder.kdw", "不能读取图形"},
+        {"dump " + d + "pipe.kdw", "命名管道"},
+        {"export " + d + "folder.kdw -o " + d + "out.png", "文件夹"},
+        {"export " + d + "pipe.kdw -o " + d + "out.png", "命名管道"},
+        {"export " + good + " -o " + d + "folder.png", "不能写入输出文件"},
+        {"export " + good + " -o " + d + "pipe.png", "命名管道"},
+        {"export " + good + " -o " + d + "none/out.png", "不存在"},
+        {"sample --force " + d + "folder.kdw", "文件夹"},
+    };
+    for (const auto& [args, says] : cases) {
+        const auto r = kelaz::test::RunKelazWithin(20, args);
+        EXPECT_EQ(r.status, 2) << args << "\n" << r.out;
+        EXPECT_EQ(r.out.rfind("[kelaz] 不能", 0), 0u) << r.out;
+        EXPECT_NE(r.out.find("：\n  1. "), std::string::npos) << r.out;
+        EXPECT_NE(r.out.find(says), std::string::npos) << r.out;
+    }
+    EXPECT_FALSE(fs::exists(dir / "out.png"));
+    EXPECT_TRUE(fs::is_directory(dir / "folder.kdw"));
+    EXPECT_TRUE(fs::is_fifo(dir / "pipe.png"));
+}
+
+TEST_F(DrawingCommands, SampleWritesOnlyDrawingNamesAndReplacesOnlyWhenForced) {
+    const fs::path drawing = dir / "plant.kdw";
+    const auto dxf = RunKelaz("sample " + (dir / "plant.dxf").string());
+    EXPECT_EQ(dxf.status, 2);
+    EXPECT_NE(dxf.out.find(".kdw 结尾"), std::string::npos) << dxf.out;
+    EXPECT_FALSE(fs::exists(dir / "plant.dxf"));
+
+    ASSERT_EQ(RunKelaz("sample " + drawing.string()).status, 0);
+    ASSERT_EQ(::chmod(drawing.c_str(), 0640), 0);
+    std::ofstream(drawing, std::ios::app) << "x";  // the checksum no longer matches
+    const std::string changed = Read(drawing);
+    const auto again = RunKelaz("sample " + drawing.string());
+    EXPECT_EQ(again.status, 2);
+    EXPECT_NE(again.out.find("--force"), std::string::npos) << again.out;
+    EXPECT_EQ(Read(drawing), changed);
+    ASSERT_EQ(RunKelaz("sample --force " + drawing.string()).status, 0);
+    EXPECT_EQ(RunKelaz("dump " + drawing.string()).status, 0);
+    EXPECT_EQ(fs::status(drawing).permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
 }

@@ -79,6 +79,28 @@ TEST(ExportByName, RefusalsAreExplainedAndLeaveEverythingAsItWas) {
     EXPECT_TRUE(std::filesystem::is_directory(dir.file("folder.svg")));
 }
 
+TEST(ExportByName, ReplacesTheFileALinkNamesKeepingItsModeAndRefusesReadOnlyFiles) {
+    ScratchDir dir("kelaz-export");
+    const ExportDrawing drawing = SampleDrawing();
+    WriteFile(dir.file("plan.svg"), "earlier export");
+    ASSERT_EQ(chmod(dir.file("plan.svg").c_str(), 0664), 0);
+    std::filesystem::create_symlink("plan.svg", dir.file("view.svg"));
+    std::string error;
+    ASSERT_TRUE(ExportByName(drawing, dir.file("view.svg"), error)) << error;
+    EXPECT_TRUE(std::filesystem::is_symlink(dir.file("view.svg")));
+    EXPECT_NE(ReadFile(dir.file("plan.svg")).find("<svg"), std::string::npos);
+    struct stat st {};
+    ASSERT_EQ(stat(dir.file("plan.svg").c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 0777, 0664u);
+
+    ASSERT_EQ(chmod(dir.file("plan.svg").c_str(), 0444), 0);
+    const std::string before = ReadFile(dir.file("plan.svg"));
+    EXPECT_FALSE(ExportByName(drawing, dir.file("view.svg"), error));
+    EXPECT_NE(error.find("read-only"), std::string::npos) << error;
+    EXPECT_EQ(ReadFile(dir.file("plan.svg")), before);
+    EXPECT_EQ(FilesIn(dir.path()), (std::vector<std::string>{"plan.svg", "view.svg"}));
+}
+
 // LibreCAD reads the file with its own DXF library and prints it. Its exit status means nothing;
 // the PDF tells: an empty drawing printed in the same run sets the size of a blank page.
 TEST(ExportByName, LibreCadPrintsTheDxf) {

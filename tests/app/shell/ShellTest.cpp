@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 
 #include "tests/support/RunProgram.h"
@@ -21,6 +23,11 @@ fs::path WorkDir(const std::string& name) {
 
 void Write(const fs::path& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string Read(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
 }
 
 const char* const kSession =
@@ -76,6 +83,39 @@ TEST(Shell, ProjectFileIsOpenedForTheSession) {
                                (dir / "junk.kproj").string() + "'");
     EXPECT_EQ(junk.status, 2);
     EXPECT_NE(junk.out.find("junk.kproj"), std::string::npos) << junk.out;
+}
+
+TEST(Shell, EveryPathOfARunIsCheckedBeforeItsFirstCommand) {
+    const fs::path dir = WorkDir("run-paths");
+    Write(dir / "s.kls", "ARC\n0,0\n50,50\n100,0\n");
+    const std::string d = dir.string() + "/";
+    ASSERT_EQ(RunKelaz("project init " + d + "project.kdw").status, 0);
+    const std::string project = Read(d + "project.kdw");
+    ASSERT_EQ(RunKelaz("sample " + d + "locked.kdw").status, 0);
+    fs::permissions(d + "locked.kdw", fs::perms::owner_read | fs::perms::group_read);
+    fs::create_directory(d + "folder.kdw");
+    ASSERT_EQ(::mkfifo((d + "pipe.kelaz").c_str(), 0644), 0);
+
+    const std::pair<std::string, const char*> cases[] = {
+        {"--drawing " + d + "folder.kdw", "文件夹"},
+        {"--project " + d + "pipe.kelaz", "命名管道"},
+        {"--save " + d + "out.dxf", "请用 --dxf"},
+        {"--save " + d + "project.kdw", "不是 kelaz 图形"},
+        {"--save " + d + "locked.kdw", "只读"},
+        {"--png " + d + "none/out.png", "不存在"},
+    };
+    for (const auto& [options, says] : cases) {
+        const auto r = kelaz::test::RunKelazWithin(20, "run " + d + "s.kls " + options);
+        EXPECT_EQ(r.status, 2) << options << "\n" << r.out;
+        EXPECT_EQ(r.out.find("命令:"), std::string::npos) << "no command ran: " << r.out;
+        EXPECT_NE(r.out.find(says), std::string::npos) << r.out;
+    }
+    EXPECT_EQ(Read(d + "project.kdw"), project);
+    EXPECT_FALSE(fs::exists(d + "out.dxf"));
+    // A drawing, even one that no longer reads, is replaced.
+    Write(dir / "old.kdw", "KELAZDWG damaged");
+    EXPECT_EQ(RunKelaz("run " + d + "s.kls --save " + d + "old.kdw").status, 0);
+    EXPECT_EQ(RunKelaz("dump " + d + "old.kdw").status, 0);
 }
 
 TEST(Shell, HelpOnTheInputGrammar) {

@@ -1,8 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <boost/crc.hpp>
+#include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -13,6 +18,7 @@
 #include "host/db/DrawingFile.h"
 #include "host/db/DwgFiler.h"
 #include "host/db/Line.h"
+#include "host/db/MemoryDwgFiler.h"
 #include "host/db/Polyline.h"
 #include "host/db/Selection.h"
 #include "host/ge/GeConstants.h"
@@ -264,12 +270,185 @@ TEST_F(DrawingFile, RecordsMustBeReadExactlyAndSavesNeedAPlace) {
 
     const CString nowhere = path("no/such/dir/plan.kdwg");
     EXPECT_EQ(db.saveAs(nowhere), Acad::eFileAccessErr);
-    EXPECT_NE(kelaz::LastFileReport(db).Find(L"cannot create"), -1);
+    EXPECT_NE(kelaz::LastFileReport(db).Find(L"does not exist"), -1);
 
     // An object open for write is not saved half-changed.
     Opened<Tag> open(kelaz::test::ModelSpaceIds(db)[0], AcDb::kForWrite);
     EXPECT_EQ(db.saveAs(path("open.kdwg")), Acad::eWasOpenedForWrite);
     EXPECT_FALSE(fs::exists(dir / "open.kdwg"));
+}
+
+mode_t ModeOf(const fs::path& file) {
+    struct stat st {};
+    EXPECT_EQ(::stat(file.c_str(), &st), 0) << file;
+    return st.st_mode & 07777;
+}
+
+std::vector<std::string> Names(const fs::path& dir) {
+    std::vector<std::string> names;
+    for (const auto& entry : fs::directory_iterator(dir)) {
+        names.push_back(entry.path().filename().string());
+    }
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+TEST_F(DrawingFile, SavesKeepTheModeFollowLinksAndRefuseWhatMayNotBeReplaced) {
+    AcDbDatabase db;
+    fill(db);
+    const fs::path plan = dir / "plan.kdw";
+    ASSERT_EQ(db.saveAs(path("plan.kdw")), Acad::eOk);
+    for (const mode_t mode : {0640, 0664, 0600}) {
+        ASSERT_EQ(::chmod(plan.c_str(), mode), 0);
+        ASSERT_EQ(db.saveAs(path("plan.kdw")), Acad::eOk);
+        EXPECT_EQ(ModeOf(plan), mode) << std::oct << mode;
+    }
+
+    // Through a link the file it names is written, and the link stays a link.
+    fs::create_symlink("plan.kdw", dir / "link.kdw");
+    Append(db, new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(1, 0, 0)));
+    ASSERT_EQ(db.saveAs(path("link.kdw")), Acad::eOk) << kelaz::ToUtf8(kelaz::LastFileReport(db));
+    EXPECT_TRUE(fs::is_symlink(dir / "link.kdw"));
+    EXPECT_EQ(ModeOf(plan), 0600);
+    AcDbDatabase back(false);
+    ASSERT_EQ(back.readDwgFile(path("plan.kdw")), Acad::eOk);
+    EXPECT_EQ(kelaz::test::ModelSpaceIds(back).length(), ids.length() + 2);
+    fs::create_symlink("made.kdw", dir / "dangling.kdw");
+    ASSERT_EQ(db.saveAs(path("dangling.kdw")), Acad::eOk);
+    EXPECT_TRUE(fs::is_symlink(dir / "dangling.kdw"));
+    EXPECT_TRUE(kelaz::IsDrawingFile(path("made.kdw")));
+
+    // Refused, each left as it was and said why: a read-only file, a folder, a named pipe, links
+    // that go round in a circle.
+    ASSERT_EQ(::chmod(plan.c_str(), 0444), 0);
+    const std::vector<std::uint8_t> before = ReadBytes(path("plan.kdw"));
+    fs::create_directory(dir / "folder.kdw");
+    ASSERT_EQ(::mkfifo((dir / "pipe.kdw").c_str(), 0644), 0);
+    fs::create_symlink("loop-b.kdw", dir / "loop-a.kdw");
+    fs::create_symlink("loop-a.kdw", dir / "loop-b.kdw");
+    const std::pair<const char*, const wchar_t*> refused[] = {
+        {"plan.kdw", L"read-only"},  {"link.kdw", L"read-only"},        {"folder.kdw", L"a folder"},
+        {"pipe.kdw", L"named pipe"}, {"loop-a.kdw", L"symbolic links"},
+    };
+    for (const auto& [name, why] : refused) {
+        EXPECT_EQ(db.saveAs(path(name)), Acad::eFileAccessErr) << name;
+        const CString report = kelaz::LastFileReport(db);
+        EXPECT_NE(report.Find(L"1. "), -1) << kelaz::ToUtf8(report);
+        EXPECT_NE(report.Find(why), -1) << kelaz::ToUtf8(report);
+        EXPECT_EQ(report.Find(L".tmp-"), -1) << kelaz::ToUtf8(report);
+    }
+    EXPECT_EQ(ReadBytes(path("plan.kdw")), before);
+    EXPECT_EQ(ModeOf(plan), 0444);
+    EXPECT_TRUE(fs::is_fifo(dir / "pipe.kdw"));
+    EXPECT_EQ(Names(dir),
+              (std::vector<std::string>{"dangling.kdw", "folder.kdw", "link.kdw", "loop-a.kdw",
+                                        "loop-b.kdw", "made.kdw", "pipe.kdw", "plan.kdw"}))
+        << "no temporary file is left";
+}
+
+TEST_F(DrawingFile, TemporariesOfSavesThatEndedAreRemovedAtTheNextSave) {
+    // A process that has ended: nothing answers to its number any more.
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) ::_exit(0);
+    ASSERT_EQ(::waitpid(child, nullptr, 0), child);
+    const std::string ended = std::to_string(child);
+    const std::string running = std::to_string(::getppid());
+    const std::vector<std::string> left = {
+        "plan.kdw.tmp-" + ended + "-0",        // killed while saving
+        "plan.kdw.tmp-" + ended + "-7.kdw",    //
+        "plan.kdw.tmp-" + running + "-1.kdw",  // a save in flight in another process
+        "other.kdw.tmp-" + ended + "-0.kdw",   // another drawing's
+        "plan.kdw.tmp-notes",                  // not a temporary file at all
+    };
+    for (const std::string& name : left) WriteBytes(path(name.c_str()), {1, 2, 3});
+
+    AcDbDatabase db;
+    fill(db);
+    ASSERT_EQ(db.saveAs(path("plan.kdw")), Acad::eOk);
+    std::vector<std::string> kept = {"plan.kdw", left[2], left[3], left[4]};
+    std::sort(kept.begin(), kept.end());
+    EXPECT_EQ(Names(dir), kept);
+}
+
+TEST_F(DrawingFile, FoldersPipesAndDevicesAreRefusedAtOnce) {
+    AcDbDatabase db;
+    fill(db);
+    ASSERT_EQ(db.saveAs(path("plan.kdw")), Acad::eOk);
+    fs::create_directory(dir / "folder.kdw");
+    // Opening a pipe nobody writes to would wait for ever.
+    ASSERT_EQ(::mkfifo((dir / "pipe.kdw").c_str(), 0644), 0);
+    WriteBytes(path("text.kdw"), {'h', 'i'});
+
+    AcDbDatabase target;
+    const std::pair<CString, const wchar_t*> refused[] = {
+        {path("folder.kdw"), L"it is a folder"},
+        {path("pipe.kdw"), L"it is a named pipe"},
+        {L"/dev/null", L"it is a device"},
+        {path("plan.kdw/below.kdw"), L"it cannot be read"},
+    };
+    for (const auto& [file, why] : refused) {
+        EXPECT_EQ(target.readDwgFile(file), Acad::eFileAccessErr) << kelaz::ToUtf8(file);
+        const CString report = kelaz::LastFileReport(target);
+        EXPECT_NE(report.Find(file), -1) << kelaz::ToUtf8(report);
+        EXPECT_NE(report.Find(CString(L"1. ") + why), -1) << kelaz::ToUtf8(report);
+        EXPECT_FALSE(kelaz::IsDrawingFile(file)) << kelaz::ToUtf8(file);
+    }
+    EXPECT_TRUE(kelaz::IsDrawingFile(path("plan.kdw")));
+    EXPECT_FALSE(kelaz::IsDrawingFile(path("text.kdw")));
+    EXPECT_FALSE(kelaz::IsDrawingFile(path("absent.kdw")));
+}
+
+// Replaces every copy of value's bits in bytes and makes the checksum match again.
+void PutInPlaceOf(std::vector<std::uint8_t>& bytes, double value, double replacement) {
+    std::uint8_t from[8], to[8];
+    std::memcpy(from, &value, 8);
+    std::memcpy(to, &replacement, 8);
+    int replaced = 0;
+    for (size_t i = 0; i + 8 <= bytes.size() - 4; ++i) {
+        if (std::memcmp(&bytes[i], from, 8) == 0) {
+            std::memcpy(&bytes[i], to, 8);
+            ++replaced;
+        }
+    }
+    ASSERT_GT(replaced, 0);
+    boost::crc_32_type crc;
+    crc.process_bytes(bytes.data(), bytes.size() - 4);
+    for (int i = 0; i < 4; ++i) {
+        bytes[bytes.size() - 4 + i] = static_cast<std::uint8_t>(crc.checksum() >> (8 * i));
+    }
+}
+
+TEST_F(DrawingFile, NumbersThatAreNotFiniteAreDamageAndAreNeverSaved) {
+    AcDbDatabase db;
+    const AcDbObjectId line =
+        Append(db, new AcDbLine(AcGePoint3d(12345.25, 1, 0), AcGePoint3d(2, 3, 0)));
+    ASSERT_EQ(db.saveAs(path("good.kdw")), Acad::eOk);
+    const std::vector<std::uint8_t> good = ReadBytes(path("good.kdw"));
+    for (const double bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
+        std::vector<std::uint8_t> bytes = good;
+        PutInPlaceOf(bytes, 12345.25, bad);
+        WriteBytes(path("bad.kdw"), bytes);
+        AcDbDatabase back;
+        EXPECT_EQ(back.readDwgFile(path("bad.kdw")), Acad::eDwgObjectImproperlyRead) << bad;
+        const CString report = kelaz::LastFileReport(back);
+        EXPECT_NE(report.Find(line.handle().text() + L" (AcDbLine): a number in its record is "
+                                                     L"not finite"),
+                  -1)
+            << kelaz::ToUtf8(report);
+        EXPECT_EQ(kelaz::test::ModelSpaceIds(back).length(), 0);
+    }
+
+    // Files take no such number; undo records, which never leave the process, take any.
+    kelaz::MemoryDwgFiler file(AcDb::kFileFiler);
+    EXPECT_EQ(file.writePoint3d(AcGePoint3d(0, std::nan(""), 0)), Acad::eInvalidInput);
+    EXPECT_TRUE(file.bytes().empty());
+    kelaz::MemoryDwgFiler undo(AcDb::kUndoFiler);
+    EXPECT_EQ(undo.writeDouble(HUGE_VAL), Acad::eOk);
+    kelaz::MemoryDwgFiler undoBack(undo.bytes(), AcDb::kUndoFiler);
+    double read = 0;
+    EXPECT_EQ(undoBack.readDouble(&read), Acad::eOk);
+    EXPECT_EQ(read, HUGE_VAL);
 }
 
 }  // namespace

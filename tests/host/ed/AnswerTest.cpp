@@ -89,6 +89,23 @@ TEST(AnswerGrammar, GarbageIsMalformedWithAReason) {
     EXPECT_FALSE(kelaz::ParseDecimal(L"1 2", v));
 }
 
+TEST(AnswerGrammar, PointsBeyondTheDrawingExtentAreRefusedNamingTheLimit) {
+    const Answer edge = ParseAnswer(L"1000000000,-1000000000,1000000000");
+    EXPECT_EQ(edge.kind, Kind::kPoint);
+    EXPECT_EQ(edge.point.y, -1e9);
+    for (const wchar_t* far : {L"99999999999999999999999999999999,1", L"1,-1000000000.5",
+                               L"0,0,2000000000", L"drag 3000000000,0"}) {
+        const Answer a = ParseAnswer(far);
+        EXPECT_EQ(a.kind, Kind::kMalformed) << kelaz::ToUtf8(CString(far));
+        EXPECT_NE(a.text.Find(L"±1000000000 毫米"), -1) << kelaz::ToUtf8(a.text);
+    }
+    // Digits beyond a double's range are no number at all, never an infinity.
+    const std::wstring overflow = std::wstring(400, L'9') + L",1";
+    EXPECT_EQ(ParseAnswer(CString(overflow)).kind, Kind::kMalformed);
+    // An offset is judged once it is added to the last point.
+    EXPECT_EQ(ParseAnswer(L"@2000000000,0").kind, Kind::kPoint);
+}
+
 TEST(Keywords, MatchAsTheHostDoes) {
     using kelaz::KeywordMatches;
     // Capitals, or a longer prefix when the capitals lead; any case.

@@ -153,6 +153,21 @@ TEST(EditorInput, WrongAnswersAreNamedAndAskedAgain) {
               "点:hello\n需要点或选项关键字。\n点:3,4\n");
 }
 
+TEST(EditorInput, PointsBeyondTheDrawingExtentAndOverflowingNumbersAreAskedAgain) {
+    const std::wstring overflow(400, L'9');
+    CommandLineHarness cl({L"999999999,0", L"@2,0", L"99999999999999999999999999999999,1", L"@-1,0",
+                           overflow.c_str(), L"5"});
+    ads_point p;
+    ASSERT_EQ(acedGetPoint(nullptr, L"\n点:", p), RTNORM);
+    // Relative to the last point the first answer is outside too; it is checked once resolved.
+    ASSERT_EQ(acedGetPoint(nullptr, L"\n点:", p), RTNORM);
+    EXPECT_POINT_NEAR(Pt(p), AcGePoint3d(999999998, 0, 0), 0);
+    EXPECT_EQ(Count(cl.Out(), "点超出图形范围：坐标不能超过 ±1000000000 毫米。"), 2) << cl.Out();
+    double r = 0;
+    ASSERT_EQ(acedGetReal(L"\n数值:", &r), RTNORM);
+    EXPECT_EQ(r, 5.0) << "a number too large for a double is no number";
+}
+
 TEST(EditorInput, PrintfAndSystemVariables) {
     CommandLineHarness cl;
     EXPECT_EQ(acutPrintf(L"\n连续两点不能重合，请重新指定点%s %d", L"!", 3), 19);

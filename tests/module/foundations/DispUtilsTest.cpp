@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "host/ge/LineSeg3d.h"
 #include "module/entry/DispUtils.h"
 
@@ -19,6 +21,8 @@ TEST(DispUtils, ParseToDoubleAcceptsOnlyPlainDecimals) {
                                L"", L"   ", L"12a", L"3F", L"١٢"}) {
         EXPECT_FALSE(CDispUtils::ParseToDouble(bad, v)) << kelaz::ToUtf8(std::wstring_view(bad));
     }
+    // Plain digits, but more than a double holds: refused, not read as infinity.
+    EXPECT_FALSE(CDispUtils::ParseToDouble(CString(std::wstring(400, L'9')), v));
     EXPECT_DOUBLE_EQ(v, 42.0);  // untouched by every refusal
 }
 
@@ -28,10 +32,13 @@ TEST(DispUtils, ParseToIntegerAcceptsOnlyPlainIntegers) {
     EXPECT_EQ(v, 7);
     EXPECT_TRUE(CDispUtils::ParseToInteger(L" -12\t", v));
     EXPECT_EQ(v, -12);
-    for (const wchar_t* bad : {L"1.0", L"12a", L"-", L"+", L"", L" ", L"1 2", L"a1"}) {
+    EXPECT_TRUE(CDispUtils::ParseToInteger(L"-2147483648", v));
+    EXPECT_EQ(v, INT_MIN);
+    for (const wchar_t* bad : {L"1.0", L"12a", L"-", L"+", L"", L" ", L"1 2", L"a1", L"2147483648",
+                               L"99999999999999999999999"}) {
         EXPECT_FALSE(CDispUtils::ParseToInteger(bad, v)) << kelaz::ToUtf8(std::wstring_view(bad));
     }
-    EXPECT_EQ(v, -12);
+    EXPECT_EQ(v, INT_MIN);
 }
 
 TEST(DispUtils, FindSpecStringCountNeverOverlapsAndKeepsPositionsOnMiss) {
