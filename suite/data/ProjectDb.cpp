@@ -8,6 +8,9 @@
 #include <cstring>
 #include <fstream>
 #include <set>
+#include <vector>
+
+#include "suite/data/ContentChecksum.h"
 
 #include "host/db/FileReplace.h"
 
@@ -16,7 +19,7 @@ namespace kelaz {
 namespace {
 
 constexpr char kSqliteMagic[16] = "SQLite format 3";  // with its terminating zero: 16 bytes
-constexpr int kMaxReportedProblems = 5;
+constexpr size_t kMaxReportedProblems = 5;
 
 bool Refuse(ProjectOpenResult& result, ProjectProblem problem, std::string message) {
     result.problem = problem;
@@ -47,13 +50,22 @@ CString ProjectNameOf(const CString& path) {
     return name;
 }
 
+// Numbered problems, the first few only.
+std::string NumberedProblems(const std::vector<std::string>& problems) {
+    std::string text;
+    for (size_t i = 0; i < problems.size() && i < kMaxReportedProblems; ++i)
+        text += "\n  " + std::to_string(i + 1) + ". " + problems[i];
+    return text;
+}
+
 bool FillNewProject(SqliteDb& db, const CString& name, ProjectOpenResult& result) {
+    db.SetBeforeCommit(&WriteContentChecksums);
     SqliteTransaction tx(db);
     const std::string header =
         "PRAGMA application_id = " + std::to_string(ProjectDb::kApplicationId) +
         "; PRAGMA user_version = " + std::to_string(ProjectDb::kSchemaVersion) + ";";
-    if (!tx.Begun() || !db.Exec(kProjectSchemaSql) || !WriteDefaultCatalogue(db, name) ||
-        !db.Exec(header.c_str()) || !tx.Commit())
+    if (!tx.Begun() || !db.Exec(kProjectSchemaSql) || !db.Exec(kContentChecksumSchemaSql) ||
+        !WriteDefaultCatalogue(db, name) || !db.Exec(header.c_str()) || !tx.Commit())
         return Refuse(result, ProjectProblem::Io,
                       "the default project could not be written: " + db.LastError());
     return true;
@@ -80,6 +92,7 @@ std::unique_ptr<ProjectDb> ProjectDb::Open(const CString& path, ProjectOpenResul
         Refuse(result, ProjectProblem::Io, "cannot open: " + project->m_db.LastError());
         return nullptr;
     }
+    project->m_db.SetBeforeCommit(&WriteContentChecksums);
     if (!project->Prepare(result)) return nullptr;
     return project;
 }
@@ -98,24 +111,22 @@ bool ProjectDb::Prepare(ProjectOpenResult& result) {
         return Refuse(result, ProjectProblem::Foreign, text);
     }
 
-    // Numbered problems as the check reports them, the first few only.
     {
         SqliteStatement check(m_db, "PRAGMA integrity_check");
-        std::string problems;
-        int count = 0;
+        std::vector<std::string> problems;
         while (check.Step()) {
-            const std::string line = ToUtf8(check.Text(0));
+            std::string line = ToUtf8(check.Text(0));
             if (line == "ok") break;
-            if (++count <= kMaxReportedProblems)
-                problems += "\n  " + std::to_string(count) + ". " + line;
+            problems.push_back(std::move(line));
         }
         if (!check.Ok())
             return Refuse(result, ProjectProblem::Damaged,
                           "the project file is damaged: " + m_db.LastError());
-        if (count > 0)
-            return Refuse(result, ProjectProblem::Damaged,
-                          "the project file is damaged (" + std::to_string(count) +
-                              " problems found by the integrity check):" + problems);
+        if (!problems.empty())
+            return Refuse(
+                result, ProjectProblem::Damaged,
+                "the project file is damaged (" + std::to_string(problems.size()) +
+                    " problems found by the integrity check):" + NumberedProblems(problems));
     }
 
     std::int64_t version = 0;
@@ -140,14 +151,55 @@ bool ProjectDb::Prepare(ProjectOpenResult& result) {
                           "the project file is damaged: " + m_db.LastError());
     }
     for (int i = 0; i < kProjectTableCount; ++i)
-        if (!tables.count(kProjectTables[i]))
+        if (!tables.count(kProjectTables[i].name))
             return Refuse(result, ProjectProblem::Damaged,
                           std::string("the project file is incomplete: table ") +
-                              kProjectTables[i] + " is missing");
+                              kProjectTables[i].name + " is missing");
+
+    const bool hasChecksums = tables.count(kContentChecksumTable) != 0;
+    if (version == 1) {
+        // Schema 1 kept no checksums. Such a file that has the table anyway is a later file
+        // whose version number was damaged, not one to upgrade.
+        if (hasChecksums)
+            return Refuse(result, ProjectProblem::Damaged,
+                          "the project file is damaged: it says schema 1 but keeps the checksums "
+                          "of a later schema");
+        if (!UpgradeFromVersion1(result)) return false;
+    } else if (!hasChecksums) {
+        return Refuse(result, ProjectProblem::Damaged,
+                      std::string("the project file is incomplete: table ") +
+                          kContentChecksumTable + " is missing");
+    }
+
+    {
+        std::vector<std::string> problems;
+        if (!CheckContentChecksums(m_db, problems))
+            return Refuse(result, ProjectProblem::Damaged,
+                          "the project file is damaged: " + m_db.LastError());
+        if (!problems.empty())
+            return Refuse(
+                result, ProjectProblem::Damaged,
+                "the project file is damaged (" + std::to_string(problems.size()) +
+                    " problems found by the content checksums):" + NumberedProblems(problems));
+    }
 
     if (!m_db.Exec("PRAGMA foreign_keys = ON") || !m_catalogue.Load(m_db))
         return Refuse(result, ProjectProblem::Damaged,
                       "the project's catalogue cannot be read: " + m_db.LastError());
+    return true;
+}
+
+// The file passed every check of schema 1, so its contents are taken as they are and sealed:
+// drafters keep their projects. One transaction, so the file is either upgraded or left as it
+// was.
+bool ProjectDb::UpgradeFromVersion1(ProjectOpenResult& result) {
+    SqliteTransaction tx(m_db);
+    const std::string version = "PRAGMA user_version = " + std::to_string(kSchemaVersion);
+    if (!tx.Begun() || !m_db.Exec(kContentChecksumSchemaSql) || !m_db.Exec(version.c_str()) ||
+        !tx.Commit())
+        return Refuse(result, ProjectProblem::Io,
+                      "the project of schema 1 could not be upgraded to schema " +
+                          std::to_string(kSchemaVersion) + ": " + m_db.LastError());
     return true;
 }
 
@@ -200,8 +252,9 @@ CString ProjectDb::GetSetting(const wchar_t* key) {
 }
 
 bool ProjectDb::SetSetting(const wchar_t* key, const CString& value) {
+    SqliteTransaction tx(m_db);
     SqliteStatement st(m_db, "INSERT OR REPLACE INTO setting(key, value) VALUES (?1, ?2)");
-    return st.Bind(1, CString(key)).Bind(2, value).Run();
+    return tx.Begun() && st.Bind(1, CString(key)).Bind(2, value).Run() && tx.Commit();
 }
 
 }  // namespace kelaz

@@ -1,9 +1,10 @@
 #pragma once
 
-// One project is one SQLite file. Opening checks the file before anything is changed: it must be
-// an SQLite database, carry the project's application id, pass the integrity check and have a
-// schema this program knows. Every change runs inside a transaction, so a process killed in the
-// middle of a write leaves the previous state behind.
+// One project is one SQLite file. Opening checks the file before anything is read or changed: it
+// must be an SQLite database, carry the project's application id, pass the integrity check, have
+// a schema this program knows and contents that match their checksums (ContentChecksum.h).
+// Every change runs inside a transaction that also renews the checksums, so a process killed in
+// the middle of a write leaves the previous state behind.
 
 #include <memory>
 #include <string>
@@ -34,7 +35,8 @@ class ProjectDb {
 public:
     // "KLAZ": marks the file as a project of this program in the SQLite header.
     static constexpr std::int32_t kApplicationId = 0x4B4C415A;
-    static constexpr std::int64_t kSchemaVersion = 1;
+    // 2: the contents carry checksums. A file of schema 1 is upgraded when it is opened.
+    static constexpr std::int64_t kSchemaVersion = 2;
 
     // Opens an existing project file for reading and writing; null with the reason on refusal.
     static std::unique_ptr<ProjectDb> Open(const CString& path, ProjectOpenResult& result);
@@ -55,6 +57,7 @@ public:
 private:
     ProjectDb() = default;
     bool Prepare(ProjectOpenResult& result);
+    bool UpgradeFromVersion1(ProjectOpenResult& result);
 
     CString m_path;
     SqliteDb m_db;
@@ -65,8 +68,13 @@ private:
 // system codes, laying modes, commands, layers). The caller holds the transaction.
 bool WriteDefaultCatalogue(SqliteDb& db, const CString& projectName);
 
-// The tables a project file must have; used by the open checks.
-extern const char* const kProjectTables[];
+// The tables a project file must have, each with its primary key (columns as in ORDER BY); used
+// by the open checks and the content checksums.
+struct ProjectTable {
+    const char* name;
+    const char* key;
+};
+extern const ProjectTable kProjectTables[];
 extern const int kProjectTableCount;
 // The statements that create them.
 extern const char* const kProjectSchemaSql;

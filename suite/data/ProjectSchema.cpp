@@ -48,10 +48,22 @@ CREATE TABLE layer(name TEXT PRIMARY KEY, color INTEGER NOT NULL CHECK(color BET
     linetype TEXT NOT NULL, ord INTEGER NOT NULL);
 )sql";
 
-const char* const kProjectTables[] = {
-    "setting",         "speciality",   "big_category", "small_category", "attribute",
-    "attribute_field", "sys_code",     "floor",        "floor_member",   "lay_mode",
-    "level_history",   "flange_match", "command",      "layer",
+// With each table its primary key: the order in which its contents are checksummed.
+const ProjectTable kProjectTables[] = {
+    {"setting", "key"},
+    {"speciality", "id"},
+    {"big_category", "id"},
+    {"small_category", "id"},
+    {"attribute", "id"},
+    {"attribute_field", "attribute_id, ord"},
+    {"sys_code", "id"},
+    {"floor", "id"},
+    {"floor_member", "floor_id, name"},
+    {"lay_mode", "floor_id, ord"},
+    {"level_history", "key, ord"},
+    {"flange_match", "table_key, shape, ord"},
+    {"command", "name"},
+    {"layer", "name"},
 };
 const int kProjectTableCount = static_cast<int>(std::size(kProjectTables));
 

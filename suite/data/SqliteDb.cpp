@@ -47,6 +47,15 @@ bool SqliteDb::QueryInt(const char* sql, std::int64_t& value) {
 
 std::int64_t SqliteDb::LastInsertRowId() const { return sqlite3_last_insert_rowid(m_db); }
 
+void SqliteDb::SetBeforeCommit(BeforeCommit step) {
+    KELAZ_ASSERT(m_db, "commit step on a closed project database");
+    m_beforeCommit = step;
+    sqlite3_commit_hook(m_db, step ? &SqliteDb::OnCommit : nullptr, step ? this : nullptr);
+}
+
+// Non-zero turns the commit into a rollback.
+int SqliteDb::OnCommit(void* self) { return static_cast<SqliteDb*>(self)->m_committing ? 0 : 1; }
+
 SqliteStatement::SqliteStatement(SqliteDb& db, const char* sql) : m_db(db) {
     KELAZ_ASSERT(db.IsOpen(), "statement on a closed project database");
     if (sqlite3_prepare_v2(db.Handle(), sql, -1, &m_stmt, nullptr) != SQLITE_OK) {
@@ -109,6 +118,20 @@ void SqliteStatement::Reset() {
     m_failed = false;
 }
 
+int SqliteStatement::Columns() const { return sqlite3_column_count(m_stmt); }
+
+int SqliteStatement::Type(int column) const { return sqlite3_column_type(m_stmt, column); }
+
+std::string_view SqliteStatement::Bytes(int column) const {
+    // The text or blob call converts the value first; its length is asked afterwards.
+    const void* data = Type(column) == SQLITE_BLOB
+                           ? sqlite3_column_blob(m_stmt, column)
+                           : static_cast<const void*>(sqlite3_column_text(m_stmt, column));
+    if (!data) return {};
+    return {static_cast<const char*>(data),
+            static_cast<size_t>(sqlite3_column_bytes(m_stmt, column))};
+}
+
 CString SqliteStatement::Text(int column) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(m_stmt, column));
     if (!text) return CString();
@@ -138,7 +161,10 @@ SqliteTransaction::~SqliteTransaction() {
 
 bool SqliteTransaction::Commit() {
     if (!m_begun || m_done) return false;
+    if (m_db.m_beforeCommit && !m_db.m_beforeCommit(m_db)) return false;
+    m_db.m_committing = true;
     m_done = m_db.Exec("COMMIT");
+    m_db.m_committing = false;
     return m_done;
 }
 

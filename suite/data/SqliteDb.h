@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "host/text/CString.h"
 
@@ -35,9 +36,21 @@ public:
     void SetError(std::string text) { m_error = std::move(text); }
     sqlite3* Handle() const { return m_db; }
 
+    // A step every SqliteTransaction on this connection runs inside the transaction just before
+    // it commits; a false answer rolls the transaction back. Once one is set, a change committed
+    // any other way (a statement run outside a transaction) is rolled back, so that no writer
+    // can skip the step.
+    using BeforeCommit = bool (*)(SqliteDb&);
+    void SetBeforeCommit(BeforeCommit step);
+
 private:
+    friend class SqliteTransaction;
+    static int OnCommit(void* self);
+
     sqlite3* m_db = nullptr;
     std::string m_error;
+    BeforeCommit m_beforeCommit = nullptr;
+    bool m_committing = false;  // the COMMIT of a transaction that ran the step
 };
 
 class SqliteStatement {
@@ -67,6 +80,11 @@ public:
     void Reset();
 
     // Columns count from 0.
+    int Columns() const;
+    // SQLITE_INTEGER, SQLITE_FLOAT, SQLITE_TEXT, SQLITE_BLOB or SQLITE_NULL.
+    int Type(int column) const;
+    // The value's bytes as stored: UTF-8 for text, raw for a blob.
+    std::string_view Bytes(int column) const;
     CString Text(int column) const;
     double Real(int column) const;
     std::int64_t Int(int column) const;

@@ -97,12 +97,23 @@ TEST_F(AppProject, ShowRefusesDamagedOrForeignFilesAndLeavesThemAlone) {
     ASSERT_EQ(sqlite3_open(foreign.c_str(), &db), SQLITE_OK);
     sqlite3_exec(db, "CREATE TABLE t(x); INSERT INTO t VALUES (1);", nullptr, nullptr, nullptr);
     sqlite3_close(db);
+    // Valid SQLite throughout, one value changed by a program that keeps no checksums.
+    const std::string changed = m_dir + "/changed.kelaz";
+    Write(changed, whole);
+    ASSERT_EQ(sqlite3_open(changed.c_str(), &db), SQLITE_OK);
+    ASSERT_EQ(sqlite3_exec(db, "UPDATE sys_code SET linetype = 'D@SHED' WHERE linetype = 'DASHED'",
+                           nullptr, nullptr, nullptr),
+              SQLITE_OK);
+    sqlite3_close(db);
 
     const std::pair<std::string, const char*> cases[] = {
         {text, "not an SQLite database"},
         {truncated, "damaged"},
         {foreign, "another application"},
         {m_dir + "/missing.kelaz", "no such project file"},
+        {changed,
+         "damaged (1 problems found by the content checksums):\n"
+         "  1. table sys_code: the contents do not match their checksum\n"},
     };
     for (const auto& [file, says] : cases) {
         const std::string before = Bytes(file);

@@ -31,11 +31,9 @@ protected:
     // Runs SQL on the project file and opens it again, for tables the program never edits.
     void EditProject(const std::string& sql) {
         KelAzDataMng::CloseProject();
-        {
-            SqliteDb file;
-            ASSERT_TRUE(file.Open(m_file, SQLITE_OPEN_READWRITE));
+        EditProjectFile(m_file, [&](SqliteDb& file) {
             ASSERT_TRUE(file.Exec(sql.c_str())) << file.LastError();
-        }
+        });
         Reopen();
     }
     std::vector<CString> Texts() const {

@@ -10,6 +10,7 @@
 #include <iterator>
 #include <string>
 
+#include "suite/data/ContentChecksum.h"
 #include "suite/data/CurrentProject.h"
 #include "suite/data/ProjectDb.h"
 
@@ -28,6 +29,20 @@ inline std::string ReadBytes(const std::string& file) {
 
 inline void WriteBytes(const std::string& file, const std::string& bytes) {
     std::ofstream(file, std::ios::binary | std::ios::trunc) << bytes;
+}
+
+// Changes a project file as another program that keeps the project's checksums would:
+// edit(db) runs inside one transaction that renews them.
+template <class Edit>
+void EditProjectFile(const std::string& file, Edit edit) {
+    SqliteDb db;
+    ASSERT_TRUE(db.Open(file, SQLITE_OPEN_READWRITE)) << db.LastError();
+    db.SetBeforeCommit(&WriteContentChecksums);
+    SqliteTransaction tx(db);
+    ASSERT_TRUE(tx.Begun()) << db.LastError();
+    edit(db);
+    if (::testing::Test::HasFatalFailure()) return;  // rolled back
+    ASSERT_TRUE(tx.Commit()) << db.LastError();
 }
 
 class ProjectTest : public ::testing::Test {

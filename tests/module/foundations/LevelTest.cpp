@@ -28,9 +28,7 @@ class Level : public kelaz::test::ProjectTest {
 protected:
     void SetFloors(std::initializer_list<Floor> floors) {
         KelAzDataMng::CloseProject();
-        {
-            kelaz::SqliteDb db;
-            ASSERT_TRUE(db.Open(m_file, SQLITE_OPEN_READWRITE));
+        kelaz::test::EditProjectFile(m_file, [&](kelaz::SqliteDb& db) {
             ASSERT_TRUE(db.Exec("DELETE FROM floor_member; DELETE FROM floor;"));
             int ord = 0;
             for (const Floor& f : floors) {
@@ -57,7 +55,7 @@ protected:
                     start = comma + 1;
                 }
             }
-        }
+        });
         Reopen();
     }
     kelaz::RecordingMessageSink sink;

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <cmath>
 
@@ -104,14 +103,13 @@ TEST_F(ProjectEdit, AFailedSaveWritesNothing) {
     ASSERT_TRUE(AddDuct(L"风管A", first));
     ASSERT_TRUE(AddDuct(L"风管B", second));
     // Meanwhile another program files an attribute of the second name.
-    sqlite3* other = nullptr;
-    ASSERT_EQ(sqlite3_open(m_file.c_str(), &other), SQLITE_OK);
     const std::string sql =
         "INSERT INTO attribute(small_id, name, ord, section_type, shape_code, "
         "size_text, kind, block_name) VALUES (" +
         kelaz::ToUtf8(second.strSmallCategoryId) + ", '风管B', 99, 1, '', '', '', '')";
-    ASSERT_EQ(sqlite3_exec(other, sql.c_str(), nullptr, nullptr, nullptr), SQLITE_OK);
-    sqlite3_close(other);
+    kelaz::test::EditProjectFile(m_file, [&](kelaz::SqliteDb& other) {
+        ASSERT_TRUE(other.Exec(sql.c_str())) << other.LastError();
+    });
 
     EXPECT_FALSE(CAtt::Save());
     EXPECT_TRUE(CAtt::HasUnsavedChanges());
