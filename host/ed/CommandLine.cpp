@@ -13,6 +13,11 @@ namespace kelaz {
 bool CommandLine::RunOne() {
     CString line;
     if (!m_editor.ReadLine(kCommandPrompt, Editor::LineKind::kCommand, line)) return false;
+    RunLine(line);
+    return true;
+}
+
+void CommandLine::RunLine(const CString& line) {
     const Answer answer = ParseAnswer(line);
     switch (answer.kind) {
         case Answer::Kind::kWord:
@@ -32,7 +37,6 @@ bool CommandLine::RunOne() {
                                       StripComment(line).GetString()));
             break;
     }
-    return true;
 }
 
 bool CommandLine::Execute(const CString& name) {
