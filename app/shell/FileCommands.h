@@ -9,9 +9,27 @@ class AcDbDatabase;
 
 namespace kelaz {
 
+// Writes the session's files. A session passes its saves through its own writer, so that its
+// journal records them; a session rebuilt from its journal writes nothing.
+class FileWriter {
+public:
+    virtual ~FileWriter() = default;
+    // False with the reason.
+    virtual bool Save(AcDbDatabase& db, const std::string& path, std::string& error) = 0;
+    virtual bool Export(AcDbDatabase& db, const std::string& path, std::string& error) = 0;
+};
+// Null: the files are written directly.
+void SetFileWriter(FileWriter* writer);
+
 void RegisterFileCommands(const wchar_t* group);
 // False with the reason.
 bool SaveDrawing(AcDbDatabase* db, const std::string& path, std::string& error);
 bool ExportDrawingTo(AcDbDatabase* db, const std::string& path, std::string& error);
+// What the writers do in the end.
+bool WriteDrawing(AcDbDatabase& db, const std::string& path, std::string& error);
+bool WriteExport(AcDbDatabase& db, const std::string& path, std::string& error);
+// Saves the drawing under its name, asking for one when it has none, and says on the command
+// line what happened. False when nothing was saved.
+bool SaveUnderItsName(AcDbDatabase* db);
 
 }  // namespace kelaz
