@@ -24,6 +24,7 @@ int RunMain(int argc, char** argv) {
     AddDrawingCommands(app, exitStatus);
     AddShellCommand(app, exitStatus);
     AddRunCommand(app, exitStatus);
+    AddRecoverCommand(app, exitStatus);
     AddHelpCommand(app, exitStatus);
     AddProjectCommands(app, exitStatus);
 

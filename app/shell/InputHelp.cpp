@@ -35,6 +35,15 @@ Host commands: ARC (start, second, end point), ERASE (picks; W window, C crossin
 U (one step back), UNDO (a number of steps; M mark, B back to the mark, BE/E group).
 Session commands: SAVE [file], EXPORT file (.dxf .png .svg .pdf), DUMP, HELP, QUIT.
 
+At a terminal (kelaz shell) Ctrl-C cancels the question that waits, as ^C does; a second
+Ctrl-C in a row at the command prompt offers to end. Ctrl-D ends the command that waits, and at
+the command prompt ends the session. QUIT, and Ctrl-D at the command prompt, first ask what to
+do with unsaved changes: yes saves and ends, no ends without saving, cancel stays.
+
+Every line read is kept in a journal beside the drawing (plan.kdw.journal) until the session
+ends. After a session that did not end (a crash, a kill), the next session on the drawing offers
+to rebuild it from the journal; kelaz recover DRAWING [--save OUT] does it without asking.
+
 kelaz run SCRIPT echoes each line after its prompt, so its output reads like a typed session.
 A script that ends while a command still waits cancels that command, names the line and the
 question where it stopped, writes none of its outputs, and exits with status 1.

@@ -1,5 +1,6 @@
 #include "app/shell/Session.h"
 
+#include <filesystem>
 #include <iostream>
 #include <memory>
 #include <sstream>
@@ -9,17 +10,22 @@
 #include "app/export/Export.h"
 #include "app/shell/CommandHelp.h"
 #include "app/shell/FileCommands.h"
+#include "app/shell/JournalInput.h"
 #include "host/app/DocManager.h"
 #include "host/db/Database.h"
 #include "host/ed/CommandLine.h"
 #include "host/ed/Editor.h"
 #include "host/ed/EditorInput.h"
 #include "host/ed/HostCommands.h"
+#include "host/ed/InputSource.h"
+#include "host/ui/MessageBox.h"
 #include "suite/data/CurrentProject.h"
 
 namespace kelaz {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 constexpr const wchar_t* kSessionGroup = L"KELAZ_SESSION";
 
@@ -42,25 +48,45 @@ void DumpCommand() {
 }
 
 void QuitCommand() {
-    if (g_session != nullptr) g_session->RequestQuit();
+    if (g_session != nullptr) g_session->Quit();
+}
+
+// A drawing named to be started new: no file there yet, in a folder that is there. Anything else
+// that cannot be read (a folder, a file without permission) is refused when it is read.
+bool IsNewDrawing(const std::string& path) {
+    std::error_code ec;
+    const fs::file_status status = fs::symlink_status(path, ec);
+    if (status.type() != fs::file_type::not_found) return false;
+    const fs::path folder = fs::absolute(path).parent_path();
+    return fs::is_directory(folder, ec);
 }
 
 }  // namespace
 
-Session::Session(InputSource& input, std::ostream& out) {
+std::string AbsolutePath(const std::string& path) {
+    std::error_code ec;
+    const fs::path absolute = fs::weakly_canonical(fs::absolute(path), ec);
+    return ec ? fs::absolute(path).lexically_normal().string() : absolute.string();
+}
+
+Session::Session(InputSource& input, std::ostream& out) : m_input(input), m_out(out) {
     InitDrawingClasses();
     SetDocumentConsole(&input, &out);
     g_session = this;
+    SetFileWriter(this);
     const Adesk::Int32 quiet = ACRX_CMD_MODAL | ACRX_CMD_NOUNDOMARKER;
     RegisterFileCommands(kSessionGroup);
     RegisterCommand(kSessionGroup, L"DUMP", L"列出图形中的每个实体（JSON，每行一个）", quiet,
                     DumpCommand);
     RegisterHelpCommand(kSessionGroup);
-    RegisterCommand(kSessionGroup, L"QUIT", L"结束", quiet, QuitCommand);
+    RegisterCommand(kSessionGroup, L"QUIT", L"结束（图形有未保存的修改时先问）", quiet,
+                    QuitCommand);
     RegisterLayoutCommands();
 }
 
 Session::~Session() {
+    // Here the session ends in order; only a program that dies leaves its journal behind.
+    m_journal.Remove();
     while (acDocManager->curDocument() != nullptr) {
         acDocManager->closeDocument(acDocManager->curDocument());
     }
@@ -68,10 +94,12 @@ Session::~Session() {
     UnregisterLayoutCommands();
     KelAzDataMng::CloseProject();
     SetDocumentConsole(nullptr, &std::cout);
+    SetFileWriter(nullptr);
     g_session = nullptr;
 }
 
 bool Session::Open(const SessionOptions& options, std::string& error) {
+    m_options = options;
     m_project = options.project;
     // The commands read project data: the named project, or the default catalogue.
     CString projectError;
@@ -86,20 +114,96 @@ bool Session::Open(const SessionOptions& options, std::string& error) {
         acDocManager->appContextNewDocument(nullptr);
         return true;
     }
+    m_drawingPath = AbsolutePath(options.drawing);
+    const CString name = FromUtf8(options.drawing);
+    if (options.newDrawingIfMissing && IsNewDrawing(options.drawing)) {
+        auto db = std::make_unique<AcDbDatabase>();
+        SetDrawingFileName(*db, name);
+        AddDocument(std::move(db), name);
+        Tell(FormatText(L"%s 还不存在：这是一张新图形，保存时写入这个文件。", name.GetString()));
+        return true;
+    }
+    m_openedState = FileStateOf(options.drawing);
     std::unique_ptr<AcDbDatabase> db = OpenDrawing(options.drawing, error);
     if (db == nullptr) return false;
-    AddDocument(std::move(db), FromUtf8(options.drawing));
+    AddDocument(std::move(db), name);
     return true;
 }
 
 AcApDocument* Session::Document() const { return acDocManager->curDocument(); }
 
+void Session::Tell(const CString& text) const { AfxMessageBox(text, MB_OK | MB_ICONINFORMATION); }
+
+bool Session::InputRunsOut() const {
+    return m_replay != nullptr ? m_replay->AtEnd() : !m_options.interactive;
+}
+
+bool Session::Interactive() const {
+    return m_replay != nullptr ? m_replay->Interactive() : m_options.interactive;
+}
+
+void Session::End() {
+    // A session rebuilt from its journal goes on past the ends the journal holds: a later
+    // session may have gone on from there.
+    if (m_replay == nullptr) m_quit = true;
+}
+
+bool Session::ConfirmEnd(bool askAnyway) {
+    AcDbDatabase* db = CurrentDatabase();
+    Editor* editor = CurrentEditor();
+    if (db == nullptr || editor == nullptr) return true;
+    int answer = IDCANCEL;
+    if (DbmodOf(*db) != 0) {
+        answer = AfxMessageBox(
+            FormatText(L"%s 有未保存的修改。yes 保存后结束，no 不保存就结束，cancel 回到命令行。",
+                       Document()->fileName()),
+            MB_YESNOCANCEL | MB_ICONQUESTION);
+    } else if (askAnyway) {
+        answer = AfxMessageBox(L"结束 kelaz 吗? ok 结束，cancel 回到命令行。",
+                               MB_OKCANCEL | MB_ICONQUESTION);
+    } else {
+        return true;
+    }
+    // No answer (Ctrl-D again, the end of a script) keeps the session: the safe side.
+    if (editor->InputExhausted()) return false;
+    if (answer == IDYES) return SaveUnderItsName(db);
+    return answer == IDNO || answer == IDOK;
+}
+
+void Session::Quit() {
+    if (ConfirmEnd(false)) End();
+}
+
 void Session::Run() {
     while (!m_quit) {
         Editor* editor = CurrentEditor();
-        if (editor == nullptr || editor->InputExhausted()) break;
-        CommandLine line(*editor);
-        if (!line.RunOne()) break;
+        if (editor == nullptr) break;
+        if (editor->InputExhausted()) {
+            // The input ran out inside a command, which has ended with it. A person's Ctrl-D
+            // ends only that command.
+            if (InputRunsOut()) break;
+            editor->ResumeInput();
+        }
+        InputSource* input = editor->input();
+        const int lineBefore = input != nullptr ? input->LineNumber() : 0;
+        CString line;
+        if (!editor->ReadLine(kCommandPrompt, Editor::LineKind::kCommand, line)) {
+            if (InputRunsOut()) break;
+            if (Interactive() && ConfirmEnd(false)) End();
+            continue;
+        }
+        // Ctrl-C cancels what waits; at the command prompt nothing waits, and a second one in a
+        // row means the person wants out. (A line queued as typed is no Ctrl-C.)
+        const bool interrupt =
+            input != nullptr && input->LineNumber() != lineBefore && input->Interrupted();
+        if (interrupt && m_interruptedAtPrompt) {
+            m_interruptedAtPrompt = false;
+            editor->ShowCancel();
+            if (ConfirmEnd(true)) End();
+            continue;
+        }
+        m_interruptedAtPrompt = interrupt;
+        CommandLine(*editor).RunLine(line);
     }
     if (Editor* editor = CurrentEditor()) editor->FinishLine();
 }

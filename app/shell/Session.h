@@ -2,12 +2,21 @@
 
 // A drafting session at kelaz's command line: one document (a new drawing, or one opened from a
 // file), the session commands (SAVE, EXPORT, DUMP, HELP, QUIT) beside the host's, and the loop
-// that reads and runs commands until the input runs out or QUIT.
+// that reads and runs commands until the input runs out or the session ends.
+//
+// Nothing unsaved is dropped without a question: QUIT, and at a terminal Ctrl-D or a second
+// Ctrl-C at the command prompt, ask before ending when the drawing has changes (DBMOD). And the
+// session keeps a recovery journal (see Journal.h) of every line it reads, from which a session
+// that died is rebuilt: at the start of the next session on the same drawing, or by kelaz
+// recover.
 
 #include <iosfwd>
+#include <memory>
 #include <string>
 
 #include "app/shell/CommandHelp.h"
+#include "app/shell/FileCommands.h"
+#include "app/shell/Journal.h"
 #include "host/ed/CommandStack.h"
 #include "host/text/CString.h"
 
@@ -16,6 +25,8 @@ class AcApDocument;
 namespace kelaz {
 
 class InputSource;
+class JournaledInput;
+class ReplayInput;
 
 struct SessionOptions {
     std::string drawing;  // opened first when not empty
@@ -26,19 +37,42 @@ struct SessionOptions {
     std::string png;
     std::string svg;
     std::string pdf;
+    // A person answers at a terminal: Ctrl-D inside a command ends that command only, and
+    // Ctrl-D at the command prompt offers to end the session.
+    bool interactive = false;
+    // A drawing named that does not exist yet is started new, to be saved under that name.
+    bool newDrawingIfMissing = false;
+    // Keep a recovery journal, and offer to recover from one a session left behind.
+    bool journal = false;
 };
 
-class Session {
+class Session : private FileWriter {
 public:
     Session(InputSource& input, std::ostream& out);
-    ~Session();
+    ~Session() override;
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
     // Opens the project and the drawing (or starts a new one). False with the reason when either
     // cannot be read.
     bool Open(const SessionOptions& options, std::string& error);
-    // Reads and runs commands until the input runs out or QUIT.
+
+    enum class JournalStart {
+        kStarted,    // a new journal
+        kRecovered,  // the drawing was rebuilt from the journal left behind, which goes on
+        kWithout,    // no journal can be written here (the session was told why)
+        kBusy,       // another session works on the drawing
+        kRefused,    // a journal left behind cannot be recovered here (error says why)
+        kCancelled,  // the person chose not to start; the journal left behind is untouched
+    };
+    // Starts the journal; when one was left behind, offers to recover from it.
+    JournalStart StartJournal(std::string& error);
+    // Rebuilds the drawing from a journal that belongs to it (CheckJournal): opens what the
+    // session started from, puts the project's rows back and runs the journal's lines, writing
+    // nothing. False with the reason.
+    bool Rebuild(const JournalContents& journal, const JournalCheck& check, std::string& error);
+
+    // Reads and runs commands until the input runs out or the session ends.
     void Run();
     // The input ran out while a command waited for an answer: where, and for what.
     bool StoppedInCommand() const;
@@ -51,11 +85,45 @@ public:
 
     AcApDocument* Document() const;
     const std::string& ProjectPath() const { return m_project; }
-    void RequestQuit() { m_quit = true; }
+    // QUIT: ends the session, asking first when the drawing has changes.
+    void Quit();
 
 private:
-    std::string m_project;
+    bool Save(AcDbDatabase& db, const std::string& path, std::string& error) override;
+    bool Export(AcDbDatabase& db, const std::string& path, std::string& error) override;
+    std::string Recall(const std::function<std::string()>& look) override;
+
+    // The input has nothing more to give, for good.
+    bool InputRunsOut() const;
+    bool Interactive() const;
+    // Asks what to do with unsaved changes (or, with askAnyway, whether to end at all); true
+    // when the session may end.
+    bool ConfirmEnd(bool askAnyway);
+    void End();
+
+    JournalStart StartNewJournal();
+    JournalStart StartUntitledJournal();
+    void ReadFromJournaledInput();
+    void PreserveBase(const std::string& absolutePath);
+    void Tell(const CString& text) const;
+
+    InputSource& m_input;
+    std::ostream& m_out;
+    SessionOptions m_options;
+    std::string m_project;      // as given
+    std::string m_drawingPath;  // absolute; empty for a drawing without a name
+    FileState m_openedState;    // the drawing's file when it was opened
     bool m_quit = false;
+    bool m_interruptedAtPrompt = false;
+
+    JournalFile m_journal;
+    JournalHeader m_header;
+    bool m_basePreserved = false;
+    std::unique_ptr<JournaledInput> m_journaled;
+    ReplayInput* m_replay = nullptr;
 };
+
+// path made absolute, with the links of the folders it is in resolved.
+std::string AbsolutePath(const std::string& path);
 
 }  // namespace kelaz

@@ -8,6 +8,8 @@ namespace kelaz {
 void AddShellCommand(CLI::App& app, int& exitStatus);
 // kelaz run SCRIPT: the same command line read from a file.
 void AddRunCommand(CLI::App& app, int& exitStatus);
+// kelaz recover DRAWING: the drawing rebuilt from the journal a session left behind.
+void AddRecoverCommand(CLI::App& app, int& exitStatus);
 // kelaz help input: the grammar of both.
 void AddHelpCommand(CLI::App& app, int& exitStatus);
 

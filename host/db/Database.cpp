@@ -50,6 +50,7 @@ Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layerId) {
     }
     if (stub->erased) return Acad::eWasErased;
     m_impl->clayer = stub;
+    m_impl->dbmod |= kelaz::kDbmodVariables;
     return Acad::eOk;
 }
 
@@ -61,6 +62,7 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& objId, AcDbObject* p
     AcDbStub* stub = m_impl->newStub();
     m_impl->adopt(stub, pObj, AcDbObjectId());
     m_impl->undo.onAppend(stub);
+    m_impl->dbmod |= kelaz::kDbmodObjects;
     objId = AcDbObjectId(stub);
     return Acad::eOk;
 }
@@ -89,7 +91,10 @@ Acad::ErrorStatus AcDbDatabase::saveAs(const wchar_t* fileName) {
     CString report;
     const Acad::ErrorStatus es = kelaz::WriteDrawingFile(*this, fileName, report);
     m_impl->lastFileReport = report;
-    if (es == Acad::eOk) m_impl->fileName = fileName;
+    if (es == Acad::eOk) {
+        m_impl->fileName = fileName;
+        m_impl->dbmod = 0;
+    }
     return es;
 }
 
@@ -108,6 +113,7 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const wchar_t* fileName) {
     contents->db = this;
     m_impl->replaceContents(std::move(contents));
     m_impl->fileName = fileName;
+    m_impl->dbmod = 0;
     return Acad::eOk;
 }
 
@@ -124,8 +130,19 @@ void AcDbDatabase::disableUndoRecording(bool disable) { m_impl->undo.setEnabled(
 
 kelaz::UndoLog& AcDbDatabase::undoLog() { return m_impl->undo; }
 
+Adesk::Int16 acdbSetDbmod(AcDbDatabase* pDb, Adesk::Int16 newVal) {
+    if (pDb == nullptr) return 0;
+    const Adesk::Int16 old = pDb->impl()->dbmod;
+    pDb->impl()->dbmod = newVal;
+    return old;
+}
+
 namespace kelaz {
 
 CString LastFileReport(const AcDbDatabase& db) { return db.impl()->lastFileReport; }
+
+Adesk::Int16 DbmodOf(const AcDbDatabase& db) { return db.impl()->dbmod; }
+
+void SetDrawingFileName(AcDbDatabase& db, const CString& path) { db.impl()->fileName = path; }
 
 }  // namespace kelaz

@@ -88,10 +88,26 @@ private:
     std::unique_ptr<kelaz::DatabaseImpl> m_impl;
 };
 
+// Sets DBMOD, the record of what changed in the drawing since it was made, read or saved, and
+// answers the value it had. Every change to an object, a symbol table or a database variable
+// sets its bit, undo included; saveAs and readDwgFile clear it.
+Adesk::Int16 acdbSetDbmod(AcDbDatabase* pDb, Adesk::Int16 newVal);
+
 namespace kelaz {
+
+// The bits of DBMOD.
+inline constexpr Adesk::Int16 kDbmodObjects = 0x1;
+inline constexpr Adesk::Int16 kDbmodSymbolTables = 0x2;
+inline constexpr Adesk::Int16 kDbmodVariables = 0x4;
 
 // What the last readDwgFile or saveAs of db found wrong: the file, then numbered problems, one
 // per line. Empty after a success.
 CString LastFileReport(const AcDbDatabase& db);
+// DBMOD of db (what acedGetVar answers for the working drawing).
+Adesk::Int16 DbmodOf(const AcDbDatabase& db);
+// Gives the drawing the file name a save would give it, without writing: for a new drawing that
+// is to be saved under a name chosen beforehand, and for a drawing rebuilt from a session's
+// journal, which takes the names its saves gave it.
+void SetDrawingFileName(AcDbDatabase& db, const CString& path);
 
 }  // namespace kelaz

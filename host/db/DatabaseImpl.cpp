@@ -181,6 +181,7 @@ Acad::ErrorStatus DatabaseImpl::appendEntity(AcDbBlockTableRecord* block, AcDbOb
     stub->drawOrder = nextDrawOrder++;
     ObjectAccess::entities(block).push_back(stub);
     undo.onAppend(stub);
+    dbmod |= kDbmodObjects;
     syncIndex(stub);
     id = AcDbObjectId(stub);
     return Acad::eOk;
@@ -202,6 +203,7 @@ Acad::ErrorStatus DatabaseImpl::addRecord(AcDbSymbolTable* table, AcDbObjectId& 
     adopt(stub, record, table->objectId());
     ObjectAccess::records(table).push_back(stub);
     undo.onAppend(stub);
+    dbmod |= kDbmodSymbolTables;
     id = AcDbObjectId(stub);
     return Acad::eOk;
 }

@@ -126,6 +126,8 @@ public:
     SpatialIndex index;
     CString fileName;
     CString lastFileReport;
+    // DBMOD: what changed since the drawing was made, read or saved (kDbmod* bits).
+    Adesk::Int16 dbmod = 0;
     // Contents replaced by readDwgFile, kept for their stubs.
     std::vector<std::unique_ptr<DatabaseImpl>> retired;
 

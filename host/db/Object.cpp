@@ -47,8 +47,9 @@ void AcDbObject::assertReadEnabled() const {
 void AcDbObject::assertWriteEnabled(bool autoUndo, bool recordModified) {
     KELAZ_ASSERT(isWriteEnabled(), "object changed while not open for write");
     if (m_stub != nullptr && m_stub->database != nullptr) {
-        kelaz::DatabaseImpl::of(m_stub->database)
-            .undo.onAssertWrite(m_stub, autoUndo, recordModified);
+        kelaz::DatabaseImpl& db = kelaz::DatabaseImpl::of(m_stub->database);
+        db.undo.onAssertWrite(m_stub, autoUndo, recordModified);
+        db.dbmod |= kelaz::kDbmodObjects;
     }
 }
 
@@ -71,6 +72,7 @@ Acad::ErrorStatus AcDbObject::erase(bool eraseIt) {
     if (veto != Acad::eOk) return veto;
     db.undo.onErase(m_stub, m_stub->erased);
     m_stub->erased = eraseIt;
+    db.dbmod |= kelaz::kDbmodObjects;
     db.syncIndex(m_stub);
     return Acad::eOk;
 }

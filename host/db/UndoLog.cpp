@@ -286,6 +286,7 @@ void UndoLog::undoRecord(Record& record) {
         default:
             return;
     }
+    m_db.dbmod |= kDbmodObjects;
     m_db.syncIndex(stub);
 }
 

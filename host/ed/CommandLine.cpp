@@ -43,6 +43,11 @@ std::vector<CString> Words(const CString& text) {
 bool CommandLine::RunOne() {
     CString line;
     if (!m_editor.ReadLine(kCommandPrompt, Editor::LineKind::kCommand, line)) return false;
+    RunLine(line);
+    return true;
+}
+
+void CommandLine::RunLine(const CString& line) {
     // What follows the name on its line answers the command's first questions, as if typed there.
     std::vector<CString> words = Words(StripComment(line));
     if (words.size() > 1 && ParseAnswer(words.front()).kind == Answer::Kind::kWord) {
@@ -55,7 +60,7 @@ bool CommandLine::RunOne() {
             m_editor.Print(FormatText(L"\n%s 没有用到后面的 %d 项输入，已忽略。",
                                       BareCommandName(name).MakeUpper().GetString(), unread));
         }
-        return true;
+        return;
     }
     const Answer answer = ParseAnswer(line);
     switch (answer.kind) {
@@ -77,7 +82,6 @@ bool CommandLine::RunOne() {
                                       StripComment(line).GetString()));
             break;
     }
-    return true;
 }
 
 bool CommandLine::Execute(const CString& typed) {

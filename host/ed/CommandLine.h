@@ -23,6 +23,8 @@ public:
 
     // Reads and runs one command line. False when the input has run out.
     bool RunOne();
+    // Runs a line read at the command prompt.
+    void RunLine(const CString& line);
     // Runs the command of that name (or alias) as if typed. False when there is no such command
     // (a message says so).
     bool Execute(const CString& typed);

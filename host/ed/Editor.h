@@ -111,6 +111,9 @@ public:
     bool InputExhausted() const { return m_exhausted; }
     int ExhaustedLine() const { return m_exhaustedLine; }
     const CString& ExhaustedPrompt() const { return m_exhaustedPrompt; }
+    // The input goes on after running out inside a command: at a terminal Ctrl-D ends only the
+    // input of the command that waits; the next command reads again.
+    void ResumeInput() { m_exhausted = false; }
 
     CommandProcessor& Commands() { return *m_commands; }
     // Every command sent through acedCommand, token by token, in order.

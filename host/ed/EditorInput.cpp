@@ -4,6 +4,7 @@
 #include <cwchar>
 #include <iostream>
 
+#include "host/db/Database.h"
 #include "host/ed/Answer.h"
 #include "host/ed/Ask.h"
 #include "host/ed/Editor.h"
@@ -255,6 +256,7 @@ int acedSetVar(const ACHAR* sym, const resbuf* val) {
         ed->SetLastPoint(AcGePoint3d(val->resval.rpoint[0], val->resval.rpoint[1], z));
         return RTNORM;
     }
+    if (name.CompareNoCase(L"DBMOD") == 0) return RTREJ;  // read-only
     return RTERROR;
 }
 
@@ -270,6 +272,12 @@ int acedGetVar(const ACHAR* sym, resbuf* result) {
     if (name.CompareNoCase(L"ERRNO") == 0) {
         result->restype = RTSHORT;
         result->resval.rint = static_cast<short>(ed->ErrNo());
+        return RTNORM;
+    }
+    if (name.CompareNoCase(L"DBMOD") == 0) {
+        if (ed->database() == nullptr) return RTERROR;
+        result->restype = RTSHORT;
+        result->resval.rint = kelaz::DbmodOf(*ed->database());
         return RTNORM;
     }
     if (name.CompareNoCase(L"LASTPOINT") == 0) {

@@ -50,8 +50,9 @@ int acedGetReal(const ACHAR* prompt, ads_real* result);
 // characters printed.
 int acutPrintf(const ACHAR* format, ...);
 
-// The editor's system variables: CMDECHO (RTSHORT, 0 or 1), ERRNO (RTSHORT; acedEntSel sets it)
-// and LASTPOINT (RT3DPOINT).
+// The editor's system variables: CMDECHO (RTSHORT, 0 or 1), ERRNO (RTSHORT; acedEntSel sets it),
+// LASTPOINT (RT3DPOINT) and DBMOD (RTSHORT, read-only: what changed in the editor's drawing since
+// it was opened or saved, see acdbSetDbmod).
 // RTERROR for an unknown name or no command line, RTREJ for a value of the wrong type or out of
 // range.
 int acedSetVar(const ACHAR* sym, const resbuf* val);

@@ -28,6 +28,9 @@ public:
     virtual bool IsTerminal() const { return false; }
     // What to call the source in messages ("script.kls", "stdin").
     virtual CString Name() const { return CString(); }
+    // The last line given was no typed text but an interrupt (Ctrl-C at a terminal); it reads
+    // as a cancel.
+    virtual bool Interrupted() const { return false; }
 };
 
 // Lines given up front: a test's answers.

@@ -257,4 +257,39 @@ bool ProjectDb::SetSetting(const wchar_t* key, const CString& value) {
     return tx.Begun() && st.Bind(1, CString(key)).Bind(2, value).Run() && tx.Commit();
 }
 
+bool ProjectDb::ReadSessionState(std::vector<ProjectSessionRow>& rows) {
+    std::vector<ProjectSessionRow> out;
+    SqliteStatement settings(m_db, "SELECT key, value FROM setting ORDER BY key");
+    while (settings.Step()) {
+        out.push_back({ProjectSessionRow::Table::kSetting, settings.Text(0), 0, settings.Text(1)});
+    }
+    SqliteStatement levels(m_db, "SELECT key, ord, value FROM level_history ORDER BY key, ord");
+    while (levels.Step()) {
+        out.push_back({ProjectSessionRow::Table::kLevelHistory, levels.Text(0), levels.Int(1),
+                       levels.Text(2)});
+    }
+    if (!settings.Ok() || !levels.Ok()) return false;
+    rows = std::move(out);
+    return true;
+}
+
+bool ProjectDb::RestoreSessionState(const std::vector<ProjectSessionRow>& rows) {
+    SqliteTransaction tx(m_db);
+    if (!tx.Begun() || !m_db.Exec("DELETE FROM setting; DELETE FROM level_history;")) return false;
+    SqliteStatement setting(m_db, "INSERT INTO setting(key, value) VALUES (?1, ?2)");
+    SqliteStatement level(m_db, "INSERT INTO level_history(key, ord, value) VALUES (?1, ?2, ?3)");
+    for (const ProjectSessionRow& row : rows) {
+        SqliteStatement& st = row.table == ProjectSessionRow::Table::kSetting ? setting : level;
+        st.Reset();
+        st.Bind(1, row.key);
+        if (row.table == ProjectSessionRow::Table::kSetting) {
+            st.Bind(2, row.value);
+        } else {
+            st.Bind(2, row.ord).Bind(3, row.value);
+        }
+        if (!st.Run()) return false;
+    }
+    return tx.Commit();
+}
+
 }  // namespace kelaz

@@ -8,6 +8,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "host/text/CString.h"
 #include "suite/data/AttCatalogue.h"
@@ -24,6 +25,18 @@ enum class ProjectProblem {
     Damaged,      // ours, but truncated, corrupt or incomplete
     TooNew,       // written by a later version of the schema
     Io,           // the file system refused a read or a write
+};
+
+// A row of the project that drafting changes as it goes: a setting (the current speciality and
+// floor) or an entry of the elevation history. A session replayed from its journal puts the rows
+// back as they were when it began, so that its commands read what they read the first time.
+struct ProjectSessionRow {
+    enum class Table { kSetting, kLevelHistory };
+    Table table = Table::kSetting;
+    CString key;
+    std::int64_t ord = 0;  // kLevelHistory
+    CString value;
+    bool operator==(const ProjectSessionRow&) const = default;
 };
 
 struct ProjectOpenResult {
@@ -53,6 +66,11 @@ public:
     // The project's own settings (name, current speciality, current floor).
     CString GetSetting(const wchar_t* key);
     bool SetSetting(const wchar_t* key, const CString& value);
+
+    // The rows drafting changes, and putting them back (all of them replaced, in one
+    // transaction).
+    bool ReadSessionState(std::vector<ProjectSessionRow>& rows);
+    bool RestoreSessionState(const std::vector<ProjectSessionRow>& rows);
 
 private:
     ProjectDb() = default;

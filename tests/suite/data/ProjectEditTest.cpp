@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "suite/data/Att.h"
+#include "suite/data/Proj.h"
 #include "suite/data/ProjCookie.h"
 #include "tests/support/ProjectFixture.h"
 
@@ -177,4 +178,33 @@ TEST_F(ProjectEdit, ElevationHistoryPerKey) {
     KelAzDataMng::CloseProject();
     EXPECT_TRUE(history->GetLevelHeight(L"dxbz_level").IsEmpty());
     EXPECT_FALSE(history->SetLevelHeight(L"dxbz_level", typed));
+}
+
+TEST_F(ProjectEdit, SessionStateIsPutBackAsItWas) {
+    kelaz::ProjectDb* project = kelaz::CurrentProject();
+    ASSERT_NE(project, nullptr);
+    boost::shared_ptr<CLevelHeightCookie> history =
+        CKelAzProjCookie::Instance()->GetLevelHeightObj();
+    CStringArray typed;
+    typed.Add(L"3F+500");
+    typed.Add(L"2800");
+    ASSERT_TRUE(history->SetLevelHeight(L"dxbz_level", typed));
+    ASSERT_TRUE(CProj::SetCurrentSpec(L"电气"));
+    std::vector<kelaz::ProjectSessionRow> start;
+    ASSERT_TRUE(project->ReadSessionState(start));
+
+    // What a session changes: the speciality, the floor, the history; and a key it adds.
+    ASSERT_TRUE(CProj::SetCurrentSpec(L"暖通"));
+    CStringArray other;
+    other.Add(L"100");
+    ASSERT_TRUE(history->SetLevelHeight(L"dxbz_level", other));
+    ASSERT_TRUE(history->SetLevelHeight(L"rdxbz_level", other));
+    ASSERT_TRUE(project->RestoreSessionState(start));
+    Reopen();
+    EXPECT_EQ(CProj::GetCurrentSpec(), L"电气");
+    EXPECT_EQ(history->GetLevelHeight(L"dxbz_level"), typed);
+    EXPECT_TRUE(history->GetLevelHeight(L"rdxbz_level").IsEmpty());
+    std::vector<kelaz::ProjectSessionRow> back;
+    ASSERT_TRUE(kelaz::CurrentProject()->ReadSessionState(back));
+    EXPECT_EQ(back, start);
 }
