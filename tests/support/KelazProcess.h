@@ -11,6 +11,7 @@
 #include <pty.h>
 #include <signal.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <chrono>
@@ -84,6 +85,19 @@ public:
 
     bool Started() const { return m_pid > 0; }
     pid_t Pid() const { return m_pid; }
+
+    // At a terminal: waits until the line editor reads keys one by one (it has left the
+    // terminal's own line mode), so that a control key typed now reaches it and is not taken by
+    // the terminal's line discipline, as a key typed ahead of the prompt would be.
+    bool WaitForKeys(int timeoutMs = 20000) {
+        const auto until = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeoutMs);
+        while (std::chrono::steady_clock::now() < until) {
+            termios modes{};
+            if (tcgetattr(m_in, &modes) == 0 && (modes.c_lflag & ICANON) == 0) return true;
+            ReadSome(10);
+        }
+        return false;
+    }
 
     void Write(const std::string& text) {
         for (size_t done = 0; done < text.size();) {

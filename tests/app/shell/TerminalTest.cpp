@@ -43,6 +43,7 @@ TEST(Terminal, CtrlCAndCtrlDCancelWhatWaitsAndAskBeforeEnding) {
     ASSERT_TRUE(shell.WaitFor("起点")) << shell.Output();
     shell.Write("0,0\r");
     ASSERT_TRUE(shell.WaitFor("第二个点")) << shell.Output();
+    ASSERT_TRUE(shell.WaitForKeys()) << shell.Output();
     shell.Write("\x03");
     ASSERT_TRUE(shell.WaitFor("*取消*")) << shell.Output();
     ASSERT_TRUE(shell.WaitFor("命令: ")) << shell.Output();
@@ -53,15 +54,18 @@ TEST(Terminal, CtrlCAndCtrlDCancelWhatWaitsAndAskBeforeEnding) {
     // Ctrl-D inside a command ends that command only.
     shell.Write("ARC\r");
     ASSERT_TRUE(shell.WaitFor("起点")) << shell.Output();
+    ASSERT_TRUE(shell.WaitForKeys()) << shell.Output();
     shell.Write("\x04");
     ASSERT_TRUE(shell.WaitFor("*取消*")) << shell.Output();
     ASSERT_TRUE(shell.WaitFor("命令: ")) << shell.Output();
 
     // One Ctrl-C at the command prompt cancels nothing; a second one offers to end, and with an
     // unsaved arc asks what to do with it: cancel stays.
+    ASSERT_TRUE(shell.WaitForKeys()) << shell.Output();
     shell.Write("\x03");
     ASSERT_TRUE(shell.WaitFor("*取消*")) << shell.Output();
     ASSERT_TRUE(shell.WaitFor("命令: ")) << shell.Output();
+    ASSERT_TRUE(shell.WaitForKeys()) << shell.Output();
     shell.Write("\x03");
     ASSERT_TRUE(shell.WaitFor("有未保存的修改")) << shell.Output();
     ASSERT_TRUE(shell.WaitFor("(yes/no/cancel): ")) << shell.Output();
@@ -71,10 +75,13 @@ TEST(Terminal, CtrlCAndCtrlDCancelWhatWaitsAndAskBeforeEnding) {
     EXPECT_FALSE(shell.Ended(status)) << shell.Output();
 
     // Ctrl-D at the command prompt asks the same; a Ctrl-D at the question keeps the session.
+    ASSERT_TRUE(shell.WaitForKeys()) << shell.Output();
     shell.Write("\x04");
     ASSERT_TRUE(shell.WaitFor("(yes/no/cancel): ")) << shell.Output();
+    ASSERT_TRUE(shell.WaitForKeys()) << shell.Output();
     shell.Write("\x04");
     ASSERT_TRUE(shell.WaitFor("命令: ")) << shell.Output();
+    ASSERT_TRUE(shell.WaitForKeys()) << shell.Output();
     shell.Write("\x04");
     ASSERT_TRUE(shell.WaitFor("(yes/no/cancel): ")) << shell.Output();
     shell.Write("yes\r");
