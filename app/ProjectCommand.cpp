@@ -41,13 +41,13 @@ void PrintFloors() {
     using namespace KelAzDataMng;
     CArray<FloorRecord> floors;
     CProj::GetAllFloorData(floors);
-    Print(L"\nFloors (name: height, bottom elevation; laying modes)\n");
+    Print(L"\n楼层（名称：层高，底标高；敷设方式）\n");
     for (const FloorRecord& f : floors) {
         CStringArray modes;
         CHorizontalLayMng::GetLayModeName(f.strName, modes);
-        Print(FormatText(L"  %s: %s, %s; %s\n", f.strName.GetString(),
+        Print(FormatText(L"  %s：%s，%s；%s\n", f.strName.GetString(),
                          Number(f.dHeight).GetString(), Number(f.dElevation).GetString(),
-                         Joined(modes, L", ").GetString()));
+                         Joined(modes, L"、").GetString()));
         if (f.strName.Find(L',') < 0) continue;
         // The floors of a comma list have records of their own.
         int start = 0;
@@ -55,7 +55,7 @@ void PrintFloors() {
              one = f.strName.Tokenize(L",", start)) {
             FloorRecord own;
             if (IFloorMng::GetSeperateFloorRecordByFloorName(one, own, false))
-                Print(FormatText(L"    %s: %s, %s\n", own.strName.GetString(),
+                Print(FormatText(L"    %s：%s，%s\n", own.strName.GetString(),
                                  Number(own.dHeight).GetString(),
                                  Number(own.dElevation).GetString()));
         }
@@ -64,7 +64,7 @@ void PrintFloors() {
 
 void PrintCategories(const CStringArray& specs) {
     using namespace KelAzDataMng;
-    Print(L"\nCategories (section type 1: section entity, 2: equipment)\n");
+    Print(L"\n构件分类（截面类型 1：截面实体，2：设备）\n");
     for (const CString& spec : specs) {
         Print(L"  " + spec + L"\n");
         CStringArray bigs;
@@ -88,7 +88,7 @@ void PrintCategories(const CStringArray& specs) {
                     CString line = FormatText(L"        %s  [%d] %s %s", name.GetString(),
                                               section.nSectionType, section.strKind.GetString(),
                                               section.strSize.GetString());
-                    if (member.GetSysUpHeight(height)) line += L"  mounted at " + height;
+                    if (member.GetSysUpHeight(height)) line += L"  安装高度 " + height;
                     Print(line + L"\n");
                 }
             }
@@ -98,13 +98,13 @@ void PrintCategories(const CStringArray& specs) {
 
 void PrintSystemCodes(const CStringArray& specs) {
     using namespace KelAzDataMng;
-    Print(L"\nSystem codes (code name, colour, line type)\n");
+    Print(L"\n系统编号（编号 名称，颜色，线型）\n");
     for (const CString& spec : specs) {
         std::vector<CSysCodeData> codes;
         CISysCode::GetSpecCodeInfos(spec, codes);
-        Print(L"  " + spec + L":");
+        Print(L"  " + spec + L"：");
         for (size_t i = 0; i < codes.size(); ++i)
-            Print(FormatText(L"%s %s %s (%d, %s)", i ? L"," : L"",
+            Print(FormatText(L"%s%s %s（%d，%s）", i ? L"、" : L"",
                              codes[i].GetFullName().GetString(), codes[i].GetName().GetString(),
                              codes[i].GetColor(), codes[i].GetLineType().GetString()));
         Print(L"\n");
@@ -114,9 +114,7 @@ void PrintSystemCodes(const CStringArray& specs) {
 void PrintCommandsAndLayers() {
     std::vector<CmdData> commands;
     CCmdDataReader::Instance()->GetAllCmdData(commands);
-    Print(
-        L"\nCommands (flags: j jig draws blocks, a needs attribute and system, u drives the "
-        L"property bar)\n");
+    Print(L"\n命令（标志：j 拖动时画块，a 需要构件和系统，u 更新属性栏）\n");
     for (const CmdData& c : commands) {
         CString flags;
         flags += c.bJigDrawBlock ? L'j' : L'-';
@@ -124,14 +122,14 @@ void PrintCommandsAndLayers() {
         flags += c.bUpdateUi ? L'u' : L'-';
         CString line = FormatText(L"  %-12s %s %s", c.strCmdName.GetString(), flags.GetString(),
                                   c.strDescription.GetString());
-        if (!c.strBigType.IsEmpty()) line += L"  " + c.strBigType + L": " + c.strSmallTypes;
-        if (!c.strRefreshPath.IsEmpty()) line += L"  refresh " + c.strRefreshPath;
+        if (!c.strBigType.IsEmpty()) line += L"  " + c.strBigType + L"：" + c.strSmallTypes;
+        if (!c.strRefreshPath.IsEmpty()) line += L"  刷新 " + c.strRefreshPath;
         for (const CString& extra : c.vecExtra) line += L"  +" + extra;
         Print(line + L"\n");
     }
     std::vector<KelAzLayerRecord> layers;
     CKELAzLayer::GetAllLayers(layers);
-    Print(FormatText(L"\nLayers (%d: name, colour, line type)\n", static_cast<int>(layers.size())));
+    Print(FormatText(L"\n图层（%d 个：名称 颜色 线型）\n", static_cast<int>(layers.size())));
     for (const KelAzLayerRecord& l : layers)
         Print(FormatText(L"  %s %d %s\n", l.strName.GetString(), l.nColor,
                          l.strLineType.GetString()));
@@ -140,14 +138,13 @@ void PrintCommandsAndLayers() {
 void PrintProject() {
     using namespace KelAzDataMng;
     const CString path = CProj::GetPrjPath();
-    Print(L"Project " + CProj::GetPrjName() +
-          (path.IsEmpty() ? CString(L" (built-in default, not saved)") : L" (" + path + L")") +
+    Print(L"项目 " + CProj::GetPrjName() +
+          (path.IsEmpty() ? CString(L"（内置，未保存）") : L"（" + path + L"）") + L"\n");
+    Print(L"当前专业 " + CProj::GetCurrentSpec() + L"，当前楼层 " + CProj::GetCurFloorName() +
           L"\n");
-    Print(L"Current speciality " + CProj::GetCurrentSpec() + L", current floor " +
-          CProj::GetCurFloorName() + L"\n");
     CStringArray specs;
     CProj::GetAllSpecs(specs);
-    Print(L"\nSpecialities: " + Joined(specs, L", ") + L"\n");
+    Print(L"\n专业：" + Joined(specs, L"、") + L"\n");
     PrintFloors();
     PrintCategories(specs);
     PrintSystemCodes(specs);

@@ -46,20 +46,20 @@ TEST_F(AppProject, InitThenShowPrintsTheDefaultProject) {
     const auto shown = RunKelaz("project show '" + file + "'");
     ASSERT_EQ(shown.status, 0) << shown.out;
     const std::string& out = shown.out;
-    EXPECT_EQ(out.rfind("Project 办公楼 (" + file + ")\n", 0), 0u) << out.substr(0, 200);
+    EXPECT_EQ(out.rfind("项目 办公楼（" + file + "）\n", 0), 0u) << out.substr(0, 200);
     const char* expected[] = {
-        "Current speciality 暖通, current floor 1\n",
-        "\nSpecialities: 暖通, 给排水, 消防, 电气, 1_5u\n",
-        "  3/6: 3600, 8700; WC-墙内暗敷, CC-顶板内暗敷, FC-地面内暗敷, SCE-吊顶内敷设\n",
-        "  7,9: 3600, 23100;",
-        "\n    9: 3600, 31200\n",
+        "当前专业 暖通，当前楼层 1\n",
+        "\n专业：暖通、给排水、消防、电气、1_5u\n",
+        "  3/6：3600，8700；WC-墙内暗敷、CC-顶板内暗敷、FC-地面内暗敷、SCE-吊顶内敷设\n",
+        "  7,9：3600，23100；",
+        "\n    9：3600，31200\n",
         "\n    风部件\n      风法兰\n        角钢法兰L25  [1] 法兰 B,25,H,3\n",
-        "        单栓室内消火栓  [2] 消火栓 B,700,H,240  mounted at 1100\n",
+        "        单栓室内消火栓  [2] 消火栓 B,700,H,240  安装高度 1100\n",
         "\n      空调机组\n        组合式空调机组  [1] 空调机组",
-        "  暖通: SF 送风 (4, CONTINUOUS), HF 回风 (3, DASHED)",
-        "  1_5u: WL 照明",
-        "  AIRUNIT      jau 布置风设备  风设备: 空调机组,风机,风机盘管",
-        "  FLANGETABLE  --- 法兰匹配表  风部件: 风法兰  +方形  +圆形\n",
+        "  暖通：SF 送风（4，CONTINUOUS）、HF 回风（3，DASHED）",
+        "  1_5u：WL 照明",
+        "  AIRUNIT      jau 布置风设备  风设备：空调机组,风机,风机盘管  刷新 暖通\\风设备\n",
+        "  FLANGETABLE  --- 法兰匹配表  风部件：风法兰  +方形  +圆形\n",
         "  电气-灯具-WL 2 CONTINUOUS\n",
     };
     for (const char* text : expected) EXPECT_NE(out.find(text), std::string::npos) << text;
@@ -67,7 +67,7 @@ TEST_F(AppProject, InitThenShowPrintsTheDefaultProject) {
     // The file holds exactly the built-in catalogue.
     const auto builtIn = RunKelaz("project show");
     ASSERT_EQ(builtIn.status, 0);
-    EXPECT_EQ(builtIn.out.rfind("Project 默认项目 (built-in default, not saved)\n", 0), 0u);
+    EXPECT_EQ(builtIn.out.rfind("项目 默认项目（内置，未保存）\n", 0), 0u);
     EXPECT_EQ(Body(builtIn.out), Body(out));
 }
 
@@ -121,7 +121,7 @@ TEST_F(AppProject, ShowRefusesDamagedOrForeignFilesAndLeavesThemAlone) {
         EXPECT_EQ(r.status, 2) << file;
         EXPECT_NE(r.out.find("kelaz: " + file + ": "), std::string::npos) << r.out;
         EXPECT_NE(r.out.find(says), std::string::npos) << r.out;
-        EXPECT_EQ(r.out.find("Specialities"), std::string::npos);
+        EXPECT_EQ(r.out.find("专业："), std::string::npos);
         EXPECT_EQ(Bytes(file), before) << file;
     }
     EXPECT_FALSE(std::filesystem::exists(m_dir + "/missing.kelaz"));
