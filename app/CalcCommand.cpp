@@ -30,13 +30,13 @@ struct RectOptions {
 
 bool ReadInteger(const std::string& option, const std::string& text, int& value) {
     if (CDispUtils::ParseToInteger(FromUtf8(text), value)) return true;
-    std::fprintf(stderr, "kelaz: %s: '%s' is not a whole number\n", option.c_str(), text.c_str());
+    std::fprintf(stderr, "[kelaz] %s：“%s”不是整数。\n", option.c_str(), text.c_str());
     return false;
 }
 
 bool ReadNumber(const std::string& option, const std::string& text, double& value) {
     if (CDispUtils::ParseToDouble(FromUtf8(text), value)) return true;
-    std::fprintf(stderr, "kelaz: %s: '%s' is not a number\n", option.c_str(), text.c_str());
+    std::fprintf(stderr, "[kelaz] %s：“%s”不是数值。\n", option.c_str(), text.c_str());
     return false;
 }
 
@@ -87,7 +87,7 @@ int RunArc(const ArcOptions& opt) {
     AcGePoint3d center;
     std::string error;
     if (!ParsePoint(opt.center, center, error)) {
-        std::fprintf(stderr, "kelaz: --center: %s\n", error.c_str());
+        std::fprintf(stderr, "[kelaz] --center：%s\n", error.c_str());
         return 2;
     }
     double radius = 0.0, from = 0.0, to = 0.0, margin = 0.0;
@@ -98,7 +98,7 @@ int RunArc(const ArcOptions& opt) {
         return 2;
     }
     if (radius <= 0.0) {
-        std::fprintf(stderr, "kelaz: --radius: the arc needs a radius above 0\n");
+        std::fprintf(stderr, "[kelaz] --radius：圆弧的半径必须大于 0。\n");
         return 2;
     }
     // The arc goes into a drawing of its own, where the layout picks it as a drafter would.
@@ -121,13 +121,13 @@ int RunSector(const SectorOptions& opt) {
     AcGePoint3dArray corners;
     std::string error;
     if (!ParsePointList(opt.points, corners, error)) {
-        std::fprintf(stderr, "kelaz: --points: %s\n", error.c_str());
+        std::fprintf(stderr, "[kelaz] --points：%s\n", error.c_str());
         return 2;
     }
     if (corners.length() != 4) {
         std::fprintf(stderr,
-                     "kelaz: --points: give the outer arc's start, a point on it and its end, "
-                     "then a point of the inner radius (%d given)\n",
+                     "[kelaz] --points：请给出外弧的起点、弧上一点和终点，再给出内半径上的一点"
+                     "（给了 %d 个点）。\n",
                      corners.length());
         return 2;
     }
@@ -151,14 +151,13 @@ int RunRect(const RectOptions& opt) {
     AcGePoint3dArray corners;
     std::string error;
     if (!ParsePointList(opt.corners, corners, error)) {
-        std::fprintf(stderr, "kelaz: --corners: %s\n", error.c_str());
+        std::fprintf(stderr, "[kelaz] --corners：%s\n", error.c_str());
         return 2;
     }
     if (corners.length() != 4) {
-        std::fprintf(
-            stderr,
-            "kelaz: --corners: give the rectangle's four corners in drawing order (%d given)\n",
-            corners.length());
+        std::fprintf(stderr,
+                     "[kelaz] --corners：请按绘图顺序给出矩形的四个角点（给了 %d 个点）。\n",
+                     corners.length());
         return 2;
     }
     int rows = 0;

@@ -33,10 +33,7 @@ int RunDump(const DrawingOptions& opt) {
     }
     std::string report;
     const std::unique_ptr<AcDbDatabase> db = OpenDrawing(opt.drawing, report);
-    if (!db) {
-        std::fprintf(stderr, "kelaz: %s\n", report.c_str());
-        return 2;
-    }
+    if (!db) return Refuse(report);
     DumpDrawing(*db, std::cout);
     return 0;
 }
@@ -50,13 +47,10 @@ int RunExport(const DrawingOptions& opt) {
     }
     std::string report;
     const std::unique_ptr<AcDbDatabase> db = OpenDrawing(opt.drawing, report);
-    if (!db) {
-        std::fprintf(stderr, "kelaz: %s\n", report.c_str());
-        return 2;
-    }
+    if (!db) return Refuse(report);
     std::string error;
     if (!ExportByName(BuildExportDrawing(*db), opt.output, error)) {
-        std::fprintf(stderr, "kelaz: export to %s: %s\n", opt.output.c_str(), error.c_str());
+        std::fprintf(stderr, "[kelaz] 不能输出 %s：%s。\n", opt.output.c_str(), error.c_str());
         return 1;
     }
     std::printf("%s\n", opt.output.c_str());
@@ -74,11 +68,11 @@ int RunSample(const DrawingOptions& opt) {
     InitDrawingClasses();
     AcDbDatabase db;
     if (!BuildSampleDrawing(db)) {
-        std::fprintf(stderr, "kelaz: the sample drawing could not be built\n");
+        std::fprintf(stderr, "[kelaz] 不能建立示例图形。\n");
         return 1;
     }
     if (db.saveAs(FromUtf8(opt.drawing)) != Acad::eOk) {
-        std::fprintf(stderr, "kelaz: %s\n", ToUtf8(LastFileReport(db)).c_str());
+        std::fprintf(stderr, "[kelaz] %s\n", ToUtf8(LastFileReport(db)).c_str());
         return 1;
     }
     std::printf("%s\n", opt.drawing.c_str());

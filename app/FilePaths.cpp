@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <cstring>
 #include <vector>
 
 #include "host/db/DrawingFile.h"
@@ -15,38 +14,9 @@ namespace kelaz {
 
 namespace {
 
-std::string SystemError(int error) { return std::strerror(error); }
-
-std::string ProblemText(const FileStatus& status) {
-    switch (status.problem) {
-        case FileProblem::kNone:
-        case FileProblem::kMissing:
-            break;
-        case FileProblem::kDirectory:
-            return "这是一个文件夹，不是文件。";
-        case FileProblem::kNotRegular:
-            return status.type == S_IFIFO ? "这是一个命名管道，不是文件。"
-                                          : "这是一个设备或套接字，不是文件。";
-        case FileProblem::kUnreadable:
-            return "无法打开（" + SystemError(status.error) + "）。";
-        case FileProblem::kLinkLoop:
-            return "符号链接指不到文件（" + SystemError(status.error) + "）。";
-        case FileProblem::kNoFolder:
-            return "文件夹 " + status.folder + " 不存在。";
-        case FileProblem::kFolderDenied:
-            return "不能在文件夹 " + status.folder + " 中建立文件（" + SystemError(status.error) +
-                   "）。";
-        case FileProblem::kReadOnly:
-            return "文件是只读的。";
-        case FileProblem::kWriteFailed:
-            return "写入失败（" + SystemError(status.error) + "）。";
-    }
-    return std::string();
-}
-
 std::string Report(const char* action, const char* what, const std::string& path,
                    const FileStatus& status) {
-    return std::string(action) + what + " " + path + "：\n  1. " + ProblemText(status);
+    return std::string(action) + what + " " + path + "：\n  1. " + FileProblemText(status) + "。";
 }
 
 }  // namespace

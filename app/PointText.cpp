@@ -19,14 +19,13 @@ bool ParsePoint(std::string_view text, AcGePoint3d& point, std::string& error) {
         start = comma + 1;
     }
     if (parts.size() < 2 || parts.size() > 3) {
-        error = "'" + std::string(text) + "' is not a point: write x,y or x,y,z";
+        error = "“" + std::string(text) + "”不是点：点写作 x,y 或 x,y,z。";
         return false;
     }
     double xyz[3] = {0.0, 0.0, 0.0};
     for (size_t i = 0; i < parts.size(); ++i) {
         if (!CDispUtils::ParseToDouble(FromUtf8(parts[i]), xyz[i])) {
-            error =
-                "'" + std::string(parts[i]) + "' in '" + std::string(text) + "' is not a number";
+            error = "“" + std::string(text) + "”中的“" + std::string(parts[i]) + "”不是数值。";
             return false;
         }
     }

@@ -158,10 +158,11 @@ int RunInit(const ProjectOptions& opt) {
     }
     ProjectOpenResult result;
     if (!ProjectDb::CreateDefaultFile(FromUtf8(opt.file), opt.force, result)) {
-        std::fprintf(stderr, "kelaz: %s: %s\n", opt.file.c_str(), result.message.c_str());
+        std::fprintf(stderr, "[kelaz] 不能建立项目 %s：%s\n", opt.file.c_str(),
+                     result.message.c_str());
         return result.problem == ProjectProblem::Exists ? 2 : 1;
     }
-    std::printf("kelaz: wrote the default project to %s\n", opt.file.c_str());
+    std::printf("[kelaz] 默认项目已写入 %s。\n", opt.file.c_str());
     return 0;
 }
 
@@ -175,7 +176,8 @@ int RunShow(const ProjectOptions& opt) {
     const bool opened = opt.file.empty() ? KelAzDataMng::OpenDefaultProject()
                                          : KelAzDataMng::OpenProject(FromUtf8(opt.file), error);
     if (!opened) {
-        std::fprintf(stderr, "kelaz: %s: %s\n", opt.file.c_str(), ToUtf8(error).c_str());
+        std::fprintf(stderr, "[kelaz] 不能打开项目 %s：%s\n", opt.file.c_str(),
+                     ToUtf8(error).c_str());
         return 2;
     }
     PrintProject();

@@ -136,9 +136,9 @@ bool CheckXData(const ExportDrawing& drawing, std::string& error) {
     for (const auto& entity : drawing.entities) {
         for (std::size_t i = 0; i < entity.xdata.size(); ++i) {
             if (!XDataFits(entity.xdata[i])) {
-                error = "entity " + entity.handle + " (" + entity.className +
-                        "): extended-data item " + std::to_string(i + 1) + " with group code " +
-                        std::to_string(entity.xdata[i].code) + " does not fit its value";
+                error = "实体 " + entity.handle + "（" + entity.className + "）：第 " +
+                        std::to_string(i + 1) + " 项扩展数据的组码 " +
+                        std::to_string(entity.xdata[i].code) + " 与它的值不符";
                 return false;
             }
         }
@@ -363,7 +363,7 @@ bool WriteDxf(const ExportDrawing& drawing, const std::string& path, std::string
     DL_Dxf dxf;
     std::unique_ptr<DL_WriterA> dw(dxf.out(path.c_str(), DL_Codes::AC1015));
     if (!dw || dw->openFailed()) {
-        error = "cannot open " + path + " for writing";
+        error = "无法打开文件来写入";
         return false;
     }
     DxfFileWriter writer(dxf, *dw);
@@ -375,7 +375,7 @@ bool WriteDxf(const ExportDrawing& drawing, const std::string& path, std::string
     KELAZ_ASSERT(dw->getNextHandle() <= handleSeed, "handle seed below the handles written");
     dw->close();
     if (!EndsWithEofMarker(path)) {
-        error = "could not write all of " + path;
+        error = "文件没有写完整";
         return false;
     }
     return true;

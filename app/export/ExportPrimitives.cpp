@@ -54,8 +54,8 @@ bool CheckDrawingNumbers(const ExportDrawing& drawing, std::string& error) {
             const bool finite =
                 std::visit([](const auto& shape) { return ShapeIsFinite(shape); }, primitive.shape);
             if (!finite) {
-                error = "entity " + entity.handle + " (" + entity.className +
-                        ") has a coordinate or size that is not a number";
+                error = "实体 " + entity.handle + "（" + entity.className +
+                        "）有一个坐标或尺寸不是数值";
                 return false;
             }
         }

@@ -156,7 +156,7 @@ public:
         FcPattern* pattern = FcNameParse(reinterpret_cast<const FcChar8*>(kCjkFontPattern));
         if (!m_config || !pattern) {
             if (pattern) FcPatternDestroy(pattern);
-            error = "fontconfig is not usable";
+            error = "fontconfig 不能用";
             return false;
         }
         FcConfigSubstitute(m_config, pattern, FcMatchPattern);
@@ -170,14 +170,14 @@ public:
             FcLangSetHasLang(langs, reinterpret_cast<const FcChar8*>(kCjkLanguage)) == FcLangEqual;
         if (!chinese) {
             if (match) FcPatternDestroy(match);
-            error = std::string("no font with Chinese characters (fontconfig '") + kCjkFontPattern +
-                    "'); install fonts-wqy-microhei";
+            error = std::string("没有含中文字符的字体（fontconfig “") + kCjkFontPattern +
+                    "”）；请安装 fonts-wqy-microhei";
             return false;
         }
         m_face = cairo_ft_font_face_create_for_pattern(match);  // holds its own reference
         FcPatternDestroy(match);
         if (cairo_font_face_status(m_face) != CAIRO_STATUS_SUCCESS) {
-            error = "cannot open the font for Chinese text";
+            error = "打不开中文文字用的字体";
             return false;
         }
         m_capHeight = measureCapHeight();
@@ -415,7 +415,7 @@ bool CheckOptions(const RenderOptions& o, std::string& error) {
     const bool page = o.pageWidth > 0.0 && o.pageWidth <= kMaxPagePoints && o.pageHeight > 0.0 &&
                       o.pageHeight <= kMaxPagePoints;
     if (!pixels || !page || !(o.margin >= 0.0 && o.margin <= kMaxMargin)) {
-        error = "picture size or margin out of range";
+        error = "图片尺寸或边距超出范围";
         return false;
     }
     return true;
@@ -424,9 +424,9 @@ bool CheckOptions(const RenderOptions& o, std::string& error) {
 using SurfacePtr = std::unique_ptr<cairo_surface_t, decltype(&cairo_surface_destroy)>;
 using ContextPtr = std::unique_ptr<cairo_t, decltype(&cairo_destroy)>;
 
-bool Failed(cairo_status_t status, const std::string& path, std::string& error) {
+bool Failed(cairo_status_t status, std::string& error) {
     if (status == CAIRO_STATUS_SUCCESS) return false;
-    error = "cannot write " + path + ": " + cairo_status_to_string(status);
+    error = std::string("写入失败（") + cairo_status_to_string(status) + "）";
     return true;
 }
 
@@ -436,7 +436,7 @@ bool RenderDrawing(const ExportDrawing& drawing, const std::string& path,
                    const RenderOptions& options, std::string& error) {
     const auto format = ExportFormatOf(path);
     if (!format || *format == ExportFormat::kDxf) {
-        error = "cannot tell the picture format of " + path + " (use .png, .svg or .pdf)";
+        error = "看不出图片格式（请用 .png、.svg 或 .pdf 后缀）";
         return false;
     }
     if (!CheckOptions(options, error) || !CheckDrawingNumbers(drawing, error)) return false;
@@ -469,7 +469,7 @@ bool RenderDrawing(const ExportDrawing& drawing, const std::string& path,
         case ExportFormat::kDxf:
             break;
     }
-    if (Failed(cairo_surface_status(surface.get()), path, error)) return false;
+    if (Failed(cairo_surface_status(surface.get()), error)) return false;
 
     {
         ContextPtr cr(cairo_create(surface.get()), &cairo_destroy);
@@ -478,12 +478,11 @@ bool RenderDrawing(const ExportDrawing& drawing, const std::string& path,
         cairo_paint(cr.get());
         painter.paint(cr.get(), Sheet(box, width, height, options.margin),
                       raster ? kPngLineWidth : kVectorLineWidth);
-        if (Failed(cairo_status(cr.get()), path, error)) return false;
+        if (Failed(cairo_status(cr.get()), error)) return false;
     }
-    if (raster)
-        return !Failed(cairo_surface_write_to_png(surface.get(), path.c_str()), path, error);
+    if (raster) return !Failed(cairo_surface_write_to_png(surface.get(), path.c_str()), error);
     cairo_surface_finish(surface.get());
-    return !Failed(cairo_surface_status(surface.get()), path, error);
+    return !Failed(cairo_surface_status(surface.get()), error);
 }
 
 }  // namespace kelaz

@@ -20,9 +20,9 @@ struct RenderOptions {
     bool darkBackground = false;
 };
 
-// False with a message in error for a suffix that is not .png, .svg or .pdf, options out of
-// range, a drawing with numbers that are not finite, no font for Chinese text when the drawing
-// has text, or a file that cannot be written.
+// False with the reason in error (for a message that names the file) for a suffix that is not .png,
+// .svg or .pdf, options out of range, a drawing with numbers that are not finite, no font for
+// Chinese text when the drawing has text, or a file that cannot be written.
 bool RenderDrawing(const ExportDrawing& drawing, const std::string& path,
                    const RenderOptions& options, std::string& error);
 

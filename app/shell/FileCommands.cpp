@@ -129,7 +129,8 @@ bool SaveAndSay(AcDbDatabase* db, const std::string& path) {
         acutPrintf(L"\n已保存 %s", FromUtf8(path).GetString());
         return true;
     }
-    acutPrintf(L"\n不能保存：%s", FromUtf8(error).GetString());
+    // The drawing file's report names the file and says why.
+    acutPrintf(L"\n%s", FromUtf8(error).GetString());
     return false;
 }
 
@@ -180,7 +181,7 @@ void ExportCommand() {
     if (ExportDrawingTo(db, path, error)) {
         acutPrintf(L"\n已输出 %s", FromUtf8(path).GetString());
     } else {
-        acutPrintf(L"\n不能输出：%s", FromUtf8(error).GetString());
+        acutPrintf(L"\n不能输出 %s：%s。", FromUtf8(path).GetString(), FromUtf8(error).GetString());
     }
 }
 

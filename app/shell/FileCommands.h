@@ -15,7 +15,8 @@ namespace kelaz {
 class FileWriter {
 public:
     virtual ~FileWriter() = default;
-    // False with the reason.
+    // False with the reason: for a save, the drawing file's whole report, which names the file;
+    // for an export, what stopped it, for a message that names the file.
     virtual bool Save(AcDbDatabase& db, const std::string& path, std::string& error) = 0;
     virtual bool Export(AcDbDatabase& db, const std::string& path, std::string& error) = 0;
     // What look finds out from the files around the drawing (whether one is there to be
@@ -27,7 +28,7 @@ public:
 void SetFileWriter(FileWriter* writer);
 
 void RegisterFileCommands(const wchar_t* group);
-// False with the reason.
+// False with the reason, as FileWriter gives it.
 bool SaveDrawing(AcDbDatabase* db, const std::string& path, std::string& error);
 bool ExportDrawingTo(AcDbDatabase* db, const std::string& path, std::string& error);
 // What the writers do in the end.

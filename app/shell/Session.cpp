@@ -107,7 +107,7 @@ bool Session::Open(const SessionOptions& options, std::string& error) {
                                  ? KelAzDataMng::OpenDefaultProject()
                                  : KelAzDataMng::OpenProject(FromUtf8(m_project), projectError);
     if (!projectOpen) {
-        error = "project " + m_project + ": " + ToUtf8(projectError);
+        error = "不能打开项目 " + m_project + "：" + ToUtf8(projectError);
         return false;
     }
     if (options.drawing.empty()) {
@@ -228,26 +228,23 @@ std::string Session::StoppedAtPrompt() const {
     return editor != nullptr ? ToUtf8(editor->ExhaustedPrompt()) : std::string();
 }
 
-bool Session::WriteOutputs(const SessionOptions& options, std::string& error) {
+bool Session::WriteOutputs(const SessionOptions& options, std::vector<std::string>& errors) {
     AcDbDatabase* db = CurrentDatabase();
     if (db == nullptr) {
-        error = "no drawing is open";
+        errors.push_back("没有打开的图形。");
         return false;
     }
-    bool ok = true;
+    const size_t before = errors.size();
     std::string why;
-    if (!options.save.empty() && !SaveDrawing(db, options.save, why)) {
-        error += "save to " + options.save + ": " + why + "\n";
-        ok = false;
-    }
+    // A failed save is reported in full by the drawing file, which names the file.
+    if (!options.save.empty() && !SaveDrawing(db, options.save, why)) errors.push_back(why);
     for (const std::string* path : {&options.dxf, &options.png, &options.svg, &options.pdf}) {
         why.clear();
         if (!path->empty() && !ExportDrawingTo(db, *path, why)) {
-            error += "export to " + *path + ": " + why + "\n";
-            ok = false;
+            errors.push_back("不能输出 " + *path + "：" + why + "。");
         }
     }
-    return ok;
+    return errors.size() == before;
 }
 
 }  // namespace kelaz

@@ -13,6 +13,7 @@
 #include <iosfwd>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/shell/CommandHelp.h"
 #include "app/shell/FileCommands.h"
@@ -80,8 +81,8 @@ public:
     int Refusals() const;
     int StoppedAtLine() const;
     std::string StoppedAtPrompt() const;
-    // Saves and exports as the options ask. False with the reasons.
-    bool WriteOutputs(const SessionOptions& options, std::string& error);
+    // Saves and exports as the options ask. False with one message for each output not written.
+    bool WriteOutputs(const SessionOptions& options, std::vector<std::string>& errors);
 
     AcApDocument* Document() const;
     const std::string& ProjectPath() const { return m_project; }

@@ -262,8 +262,9 @@ bool Session::Save(AcDbDatabase& db, const std::string& path, std::string& error
             acdbSetDbmod(&db, 0);
             return true;
         }
-        error = save.outcome == RecordedSave::Outcome::kFailed ? "it failed when it was made"
-                                                               : "the session ended during it";
+        error = "不能保存图形 " + path + "：\n  1. " +
+                (save.outcome == RecordedSave::Outcome::kFailed ? "记录中的这次保存当时就失败了。"
+                                                                : "会话在这次保存中途结束了。");
         return false;
     }
     FileWriteGuard writing;

@@ -12,6 +12,7 @@
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "app/FilePaths.h"
 #include "app/export/ExportFormat.h"
@@ -78,7 +79,7 @@ int RunSession(InputSource& input, const SessionOptions& options, const std::str
     Session session(input, std::cout);
     std::string error;
     if (!session.Open(options, error)) {
-        std::fprintf(stderr, "kelaz: %s\n", error.c_str());
+        std::fprintf(stderr, "[kelaz] %s\n", error.c_str());
         return 2;
     }
     if (options.journal) {
@@ -97,13 +98,13 @@ int RunSession(InputSource& input, const SessionOptions& options, const std::str
     session.Run();
     if (session.StoppedInCommand()) {
         std::fprintf(stderr,
-                     "kelaz: %s ended at line %d while a command waited for an answer to \"%s\"; "
-                     "nothing was written\n",
+                     "[kelaz] %s 在第 %d 行结束了，这时命令还在等“%s”的回答；什么也没有写出。\n",
                      name.c_str(), session.StoppedAtLine(), session.StoppedAtPrompt().c_str());
         return 1;
     }
-    const bool written = session.WriteOutputs(options, error);
-    if (!written) std::fprintf(stderr, "kelaz: %s", error.c_str());
+    std::vector<std::string> errors;
+    const bool written = session.WriteOutputs(options, errors);
+    for (const std::string& message : errors) std::fprintf(stderr, "[kelaz] %s\n", message.c_str());
     const int refused = countRefusals ? session.Refusals() : 0;
     if (refused > 0) {
         std::fprintf(stderr, "[kelaz] %s: %d 处输入被拒绝或是未知命令，脚本没有照写的那样执行\n",
@@ -179,7 +180,7 @@ int RunShell(SessionOptions opt) {
     if (isatty(STDIN_FILENO) == 0) {
         InterruptHandling interrupts(InterruptHandling::Mode::kEnd);
         StreamInput input(std::cin, L"stdin");
-        return RunSession(input, opt, "standard input");
+        return RunSession(input, opt, "标准输入");
     }
     opt.interactive = true;
     // The line editor reads multibyte text by the character type of the locale; numbers keep
@@ -188,9 +189,8 @@ int RunShell(SessionOptions opt) {
     const char* home = std::getenv("HOME");
     TerminalInput input(home != nullptr ? std::string(home) + "/.kelaz_history" : std::string());
     std::printf(
-        "kelaz shell: HELP lists the commands, QUIT or Ctrl-D ends; answers are "
-        "described by kelaz help input.\n");
-    return RunSession(input, opt, "the terminal");
+        "kelaz shell：HELP 列出命令，QUIT 或 Ctrl-D 结束；回答的写法见 kelaz help input。\n");
+    return RunSession(input, opt, "终端");
 }
 
 struct RecoverOptions {
@@ -246,12 +246,12 @@ int RunRecover(const RecoverOptions& opt) {
     SessionOptions options;
     options.project = contents.header.project;
     std::string error;
-    if (!session.Open(options, error)) return Refuse("记录用的项目打不开：" + error, 2);
+    if (!session.Open(options, error)) return Refuse(error + "会话记录用的是这个项目。", 2);
     if (!session.Rebuild(contents, check, error)) return Refuse("不能恢复：" + error, 2);
     {
         FileWriteGuard writing;
         if (!WriteDrawing(*session.Document()->database(), out, error)) {
-            return Refuse("恢复的图形写不进 " + out + "：" + error, 1);
+            return Refuse(error, 1);  // the drawing file's report names the file
         }
     }
     std::fprintf(stderr, "[kelaz] 已按 %s 重放 %d 行，恢复的图形写入 %s。\n", path.c_str(),
@@ -300,8 +300,7 @@ void AddHelpCommand(CLI::App& app, int& exitStatus) {
             std::printf("%s", kInputHelp);
             exitStatus = 0;
         } else {
-            std::fprintf(stderr, "kelaz: no help on \"%s\"; the topics are: input\n",
-                         topic->c_str());
+            std::fprintf(stderr, "[kelaz] 没有关于“%s”的帮助；可用的主题：input\n", topic->c_str());
             exitStatus = 2;
         }
     });

@@ -101,7 +101,7 @@ Acad::ErrorStatus AcDbDatabase::saveAs(const wchar_t* fileName) {
 Acad::ErrorStatus AcDbDatabase::readDwgFile(const wchar_t* fileName) {
     if (m_impl->anyOpen()) {
         m_impl->lastFileReport =
-            kelaz::FormatText(L"Cannot read %s into this drawing: some of its objects are open.",
+            kelaz::FormatText(L"不能把 %s 读入这张图形：图形中有对象正打开着。",
                               fileName != nullptr ? fileName : L"");
         return Acad::eWasOpenedForWrite;
     }

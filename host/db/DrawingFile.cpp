@@ -56,10 +56,11 @@ public:
     }
     bool any() const { return !m_items.empty(); }
     Acad::ErrorStatus first() const { return m_first; }
+    // verb: what could not be done to the drawing ("读取", "保存").
     CString report(const wchar_t* verb, const wchar_t* path) const {
-        CString text = FormatText(L"Cannot %s drawing %s:", verb, path);
+        CString text = FormatText(L"不能%s图形 %s：", verb, path);
         for (std::size_t i = 0; i < m_items.size(); ++i) {
-            text.AppendFormat(L"\n  %d. %s", static_cast<int>(i + 1), m_items[i].GetString());
+            text.AppendFormat(L"\n  %d. %s。", static_cast<int>(i + 1), m_items[i].GetString());
         }
         return text;
     }
@@ -78,15 +79,14 @@ bool WriteRecord(MemoryDwgFiler& body, AcDbStub* stub, AcDbDatabase* db, Problem
     }
     if (record.filerStatus() == Acad::eInvalidInput) {
         problems.add(Acad::eInvalidInput,
-                     FormatText(L"object %s (%s) holds a number that is not finite",
-                                stub->handle.text().GetString(), stub->object->isA()->name()));
+                     FormatText(L"对象 %s（%s）含有不是有限值的数", stub->handle.text().GetString(),
+                                stub->object->isA()->name()));
         return false;
     }
     if (record.filerStatus() != Acad::eOk) {
-        problems.add(
-            record.filerStatus(),
-            FormatText(L"object %s (%s) could not be written (%s)", stub->handle.text().GetString(),
-                       stub->object->isA()->name(), ErrorText(record.filerStatus())));
+        problems.add(record.filerStatus(),
+                     FormatText(L"对象 %s（%s）无法写出（%s）", stub->handle.text().GetString(),
+                                stub->object->isA()->name(), ErrorText(record.filerStatus())));
         return false;
     }
     body.writeUInt64(record.bytes().size());
@@ -146,23 +146,23 @@ Acad::ErrorStatus WriteDrawingFile(const AcDbDatabase& db, const wchar_t* path, 
     report.Empty();
     Problems problems;
     if (path == nullptr || *path == L'\0') {
-        report = L"Cannot save a drawing without a file name.";
+        report = L"图形没有文件名，不能保存。";
         return Acad::eInvalidInput;
     }
     DatabaseImpl& impl = DatabaseImpl::of(&db);
     if (impl.blockTable == nullptr || impl.layerTable == nullptr || impl.modelSpace == nullptr) {
-        problems.add(Acad::eMissingSymbolTable, L"the drawing has no tables");
-        report = problems.report(L"save", path);
+        problems.add(Acad::eMissingSymbolTable, L"图形没有符号表");
+        report = problems.report(L"保存", path);
         return problems.first();
     }
     for (const AcDbStub& stub : impl.stubs) {
         if (stub.writer && stub.object != nullptr) {
-            problems.add(Acad::eWasOpenedForWrite, FormatText(L"object %s is open for write",
-                                                              stub.handle.text().GetString()));
+            problems.add(Acad::eWasOpenedForWrite,
+                         FormatText(L"对象 %s 正以写方式打开", stub.handle.text().GetString()));
         }
     }
     if (problems.any()) {
-        report = problems.report(L"save", path);
+        report = problems.report(L"保存", path);
         return problems.first();
     }
 
@@ -189,7 +189,7 @@ Acad::ErrorStatus WriteDrawingFile(const AcDbDatabase& db, const wchar_t* path, 
         WriteRecord(body, stub, database, problems);
     }
     if (problems.any()) {
-        report = problems.report(L"save", path);
+        report = problems.report(L"保存", path);
         return problems.first();
     }
 
@@ -208,7 +208,7 @@ Acad::ErrorStatus WriteDrawingFile(const AcDbDatabase& db, const wchar_t* path, 
     }
     if (!status.ok()) {
         problems.add(Acad::eFileAccessErr, FromUtf8(FileProblemText(status)));
-        report = problems.report(L"save", path);
+        report = problems.report(L"保存", path);
         return problems.first();
     }
     return Acad::eOk;
@@ -223,19 +223,19 @@ void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Proble
         std::vector<std::uint8_t>(bytes.begin() + kHeaderSize, bytes.end() - kCrcSize),
         AcDb::kFileFiler, &temp);
     auto structureError = [&](const wchar_t* where) {
-        problems.add(Acad::eDwgNotRecoverable, FormatText(L"the %s cannot be read (%s)", where,
-                                                          ErrorText(body.filerStatus())));
+        problems.add(Acad::eDwgNotRecoverable,
+                     FormatText(L"%s无法读取（%s）", where, ErrorText(body.filerStatus())));
     };
 
     Adesk::UInt64 handseed = 0;
     AcDbHandle handles[4];
     body.readUInt64(&handseed);
     for (AcDbHandle& h : handles) body.readAcDbHandle(&h);
-    if (body.filerStatus() != Acad::eOk) return structureError(L"drawing header");
+    if (body.filerStatus() != Acad::eOk) return structureError(L"图形文件头");
     for (int i = 0; i < 4; ++i) {
         for (int j = 0; j < i; ++j) {
             if (handles[i].isNull() || handles[i] == handles[j]) {
-                problems.add(Acad::eDwgNotRecoverable, L"the tables' handles are not distinct");
+                problems.add(Acad::eDwgNotRecoverable, L"各表的句柄为空或有重复");
                 return;
             }
         }
@@ -257,9 +257,8 @@ void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Proble
     auto stubFor = [&](AcDbHandle handle, const wchar_t* what) -> AcDbStub* {
         AcDbStub* stub = impl.findStub(handle);
         if (handle.isNull() || (stub != nullptr && stub->object != nullptr)) {
-            problems.add(
-                Acad::eDwgObjectImproperlyRead,
-                FormatText(L"%s %s: its handle is already taken", what, handle.text().GetString()));
+            problems.add(Acad::eDwgObjectImproperlyRead,
+                         FormatText(L"%s %s：句柄已被占用", what, handle.text().GetString()));
             return nullptr;
         }
         return stub != nullptr ? stub : impl.newStub(handle);
@@ -269,47 +268,46 @@ void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Proble
         MemoryDwgFiler filer(record, AcDb::kFileFiler, &temp);
         const Acad::ErrorStatus es = obj->dwgInFields(&filer);
         if (es == Acad::eMakeMeProxy) {
-            problems.add(es, what + L": written by a newer version of its class");
+            problems.add(es, what + L"：由它的类的较新版本写成");
         } else if (filer.filerStatus() == Acad::eInvalidInput) {
-            problems.add(Acad::eDwgObjectImproperlyRead,
-                         what + L": a number in its record is not finite");
+            problems.add(Acad::eDwgObjectImproperlyRead, what + L"：记录中有不是有限值的数");
         } else if (es != Acad::eOk || filer.filerStatus() != Acad::eOk) {
             const Acad::ErrorStatus why = es != Acad::eOk ? es : filer.filerStatus();
             problems.add(Acad::eDwgObjectImproperlyRead,
-                         what + FormatText(L": its record cannot be read (%s)", ErrorText(why)));
+                         what + FormatText(L"：记录无法读取（%s）", ErrorText(why)));
         } else if (!filer.atEnd()) {
             problems.add(Acad::eDwgObjectImproperlyRead,
-                         what + FormatText(L": %d of its %d bytes were left unread",
-                                           static_cast<int>(record.size() - filer.tell()),
-                                           static_cast<int>(record.size())));
+                         what + FormatText(L"：记录共 %d 字节，有 %d 字节没有读到",
+                                           static_cast<int>(record.size()),
+                                           static_cast<int>(record.size() - filer.tell())));
         }
     };
 
     std::vector<std::uint8_t> record;
     Adesk::UInt32 layerCount = 0;
     body.readUInt32(&layerCount);
-    if (body.filerStatus() != Acad::eOk) return structureError(L"layer table");
+    if (body.filerStatus() != Acad::eOk) return structureError(L"图层表");
     for (Adesk::UInt32 i = 0; i < layerCount; ++i) {
         AcDbHandle handle;
         body.readAcDbHandle(&handle);
-        if (!ReadRecord(body, record)) return structureError(L"layer table");
-        AcDbStub* stub = stubFor(handle, L"layer");
+        if (!ReadRecord(body, record)) return structureError(L"图层表");
+        AcDbStub* stub = stubFor(handle, L"图层");
         if (stub == nullptr) continue;
         auto* layer = new AcDbLayerTableRecord();
         impl.adopt(stub, layer, AcDbObjectId(impl.layerTable));
         ObjectAccess::records(layerTable).push_back(stub);
-        readInto(layer, record, FormatText(L"layer %s", handle.text().GetString()));
+        readInto(layer, record, FormatText(L"图层 %s", handle.text().GetString()));
         const CString& name = ObjectAccess::name(layer);
         if (!name.IsEmpty() && impl.findLayer(name) != stub) {
             problems.add(Acad::eDuplicateRecordName,
-                         FormatText(L"layer %s: the name %s is used twice",
+                         FormatText(L"图层 %s：名字 %s 已被另一个图层使用",
                                     handle.text().GetString(), name.GetString()));
         }
     }
 
     Adesk::UInt32 entityCount = 0;
     body.readUInt32(&entityCount);
-    if (body.filerStatus() != Acad::eOk) return structureError(L"list of entities");
+    if (body.filerStatus() != Acad::eOk) return structureError(L"实体列表");
     auto* block = static_cast<AcDbBlockTableRecord*>(impl.modelSpace->object);
     AcRxDictionary* classes = acrxClassDictionary;
     for (Adesk::UInt32 i = 0; i < entityCount; ++i) {
@@ -317,25 +315,25 @@ void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Proble
         AcDbHandle handle;
         body.readString(className);
         body.readAcDbHandle(&handle);
-        if (!ReadRecord(body, record)) return structureError(L"list of entities");
+        if (!ReadRecord(body, record)) return structureError(L"实体列表");
         const CString what =
-            FormatText(L"entity %s (%s)", handle.text().GetString(), className.GetString());
+            FormatText(L"实体 %s（%s）", handle.text().GetString(), className.GetString());
         auto* cls = static_cast<AcRxClass*>(classes->at(className));
         if (cls == nullptr || !cls->isKindOf(AcRxClass::desc())) {
-            problems.add(Acad::eDwgObjectImproperlyRead, what + L": unknown class");
+            problems.add(Acad::eDwgObjectImproperlyRead, what + L"：未知的类");
             continue;
         }
         if (!cls->isDerivedFrom(AcDbEntity::desc())) {
-            problems.add(Acad::eDwgObjectImproperlyRead, what + L": not an entity class");
+            problems.add(Acad::eDwgObjectImproperlyRead, what + L"：不是实体类");
             continue;
         }
         AcRxObject* made = cls->create();
         if (made == nullptr) {
-            problems.add(Acad::eDwgObjectImproperlyRead, what + L": its class cannot be made");
+            problems.add(Acad::eDwgObjectImproperlyRead, what + L"：它的类无法创建对象");
             continue;
         }
         auto* entity = static_cast<AcDbEntity*>(made);
-        AcDbStub* stub = stubFor(handle, L"entity");
+        AcDbStub* stub = stubFor(handle, L"实体");
         if (stub == nullptr) {
             delete entity;
             continue;
@@ -346,14 +344,13 @@ void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Proble
         readInto(entity, record, what);
         const CString layer = entity->layer();
         if (impl.findLayer(layer) == nullptr) {
-            problems.add(
-                Acad::eDwgObjectImproperlyRead,
-                what + FormatText(L": its layer %s is not in the drawing", layer.GetString()));
+            problems.add(Acad::eDwgObjectImproperlyRead,
+                         what + FormatText(L"：它的图层 %s 不在图形中", layer.GetString()));
         }
     }
     if (!body.atEnd()) {
         problems.add(Acad::eDwgNotRecoverable,
-                     FormatText(L"%d bytes follow the last entity",
+                     FormatText(L"最后一个实体之后还有 %d 字节",
                                 static_cast<int>(body.bytes().size() - body.tell())));
     }
 
@@ -361,21 +358,19 @@ void ReadBody(const std::vector<std::uint8_t>& bytes, AcDbDatabase& temp, Proble
     if (clayer == nullptr || clayer->object == nullptr ||
         !clayer->object->isKindOf(AcDbLayerTableRecord::desc())) {
         problems.add(Acad::eDwgObjectImproperlyRead,
-                     FormatText(L"the current layer %s is not a layer of the drawing",
-                                handles[3].text().GetString()));
+                     FormatText(L"当前图层 %s 不是图形中的图层", handles[3].text().GetString()));
     } else {
         impl.clayer = clayer;
     }
     for (AcDbStub& stub : impl.stubs) {
         if (stub.object == nullptr) {
-            problems.add(Acad::eDwgObjectImproperlyRead,
-                         FormatText(L"handle %s is referred to but no object has it",
-                                    stub.handle.text().GetString()));
+            problems.add(
+                Acad::eDwgObjectImproperlyRead,
+                FormatText(L"句柄 %s 被引用，但没有对象使用它", stub.handle.text().GetString()));
         }
         if (stub.handle.value() >= handseed) {
             problems.add(Acad::eDwgObjectImproperlyRead,
-                         FormatText(L"handle %s is not below the handle seed %s",
-                                    stub.handle.text().GetString(),
+                         FormatText(L"句柄 %s 不小于句柄种子 %s", stub.handle.text().GetString(),
                                     AcDbHandle(handseed).text().GetString()));
         }
         stub.writer = false;
@@ -392,12 +387,12 @@ Acad::ErrorStatus ReadDrawingFile(const wchar_t* path, std::unique_ptr<DatabaseI
     report.Empty();
     Problems problems;
     if (path == nullptr || *path == L'\0') {
-        report = L"Cannot read a drawing without a file name.";
+        report = L"没有文件名，不能读取图形。";
         return Acad::eInvalidInput;
     }
     auto fail = [&](Acad::ErrorStatus status, const CString& text) {
         problems.add(status, text);
-        report = problems.report(L"read", path);
+        report = problems.report(L"读取", path);
         return status;
     };
 
@@ -410,32 +405,29 @@ Acad::ErrorStatus ReadDrawingFile(const wchar_t* path, std::unique_ptr<DatabaseI
     }
 
     if (bytes.size() < sizeof(kMagic) || std::memcmp(bytes.data(), kMagic, sizeof(kMagic)) != 0) {
-        return fail(Acad::eBadDwgHeader, L"it is not a drawing of this program (no signature)");
+        return fail(Acad::eBadDwgHeader, L"这不是本程序的图形（文件开头没有图形标识）");
     }
     if (bytes.size() < kHeaderSize + kCrcSize) {
-        return fail(Acad::eEndOfFile,
-                    FormatText(L"it is truncated: %d bytes, too short for a drawing",
-                               static_cast<int>(bytes.size())));
+        return fail(Acad::eEndOfFile, FormatText(L"文件不完整：只有 %d 字节，不够一张图形",
+                                                 static_cast<int>(bytes.size())));
     }
     const auto version = static_cast<Adesk::UInt32>(GetLE(bytes.data() + kVersionOffset, 4));
-    if (version == 0) return fail(Acad::eBadDwgHeader, L"its format version is 0");
+    if (version == 0) return fail(Acad::eBadDwgHeader, L"格式版本是 0");
     if (version > kDrawingFormatVersion) {
         return fail(Acad::eInvalidDwgVersion,
-                    FormatText(L"it was written in format %u by a newer version; this program "
-                               L"reads format %u and older",
+                    FormatText(L"由较新的版本以格式 %u 写成；本程序能读取格式 %u 及更早的格式",
                                version, kDrawingFormatVersion));
     }
     const std::uint64_t bodySize = GetLE(bytes.data() + kLengthOffset, 8);
     const std::uint64_t available = bytes.size() - kHeaderSize - kCrcSize;
     if (bodySize > available) {
-        return fail(Acad::eEndOfFile,
-                    FormatText(L"it is truncated: %llu bytes of contents, %llu expected",
-                               static_cast<unsigned long long>(available),
-                               static_cast<unsigned long long>(bodySize)));
+        return fail(Acad::eEndOfFile, FormatText(L"文件不完整：内容有 %llu 字节，应有 %llu 字节",
+                                                 static_cast<unsigned long long>(available),
+                                                 static_cast<unsigned long long>(bodySize)));
     }
     if (bodySize < available) {
         return fail(Acad::eDwgNotRecoverable,
-                    FormatText(L"%llu bytes follow the end of the drawing",
+                    FormatText(L"图形结束之后还有 %llu 字节",
                                static_cast<unsigned long long>(available - bodySize)));
     }
     const auto stored =
@@ -443,15 +435,13 @@ Acad::ErrorStatus ReadDrawingFile(const wchar_t* path, std::unique_ptr<DatabaseI
     const std::uint32_t computed = Crc32(bytes.data(), bytes.size() - kCrcSize);
     if (stored != computed) {
         return fail(Acad::eDwgCRCError,
-                    FormatText(L"it is damaged: its checksum %08X does not match its contents "
-                               L"(%08X)",
-                               stored, computed));
+                    FormatText(L"文件已损坏：校验和 %08X 与内容（%08X）不符", stored, computed));
     }
 
     AcDbDatabase temp(false);
     ReadBody(bytes, temp, problems);
     if (problems.any()) {
-        report = problems.report(L"read", path);
+        report = problems.report(L"读取", path);
         return problems.first();
     }
     contents = DatabaseImpl::takeContents(temp);

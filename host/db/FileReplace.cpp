@@ -124,24 +124,25 @@ std::string FileProblemText(const FileStatus& status) {
         case FileProblem::kNone:
             break;
         case FileProblem::kMissing:
-            return "no such file";
+            return "文件不存在";
         case FileProblem::kDirectory:
-            return "it is a folder, not a file";
+            return "这是一个文件夹，不是文件";
         case FileProblem::kNotRegular:
-            return status.type == S_IFIFO ? "it is a named pipe, not a file"
-                                          : "it is a device or a socket, not a file";
+            return status.type == S_IFIFO ? "这是一个命名管道，不是文件"
+                                          : "这是一个设备或套接字，不是文件";
         case FileProblem::kUnreadable:
-            return "it cannot be read (" + why + ")";
+            return "文件无法打开或读取（" + why + "）";
         case FileProblem::kLinkLoop:
-            return "its symbolic links lead nowhere (" + why + ")";
+            return "符号链接指不到文件（" + why + "）";
         case FileProblem::kNoFolder:
-            return "the folder " + status.folder + " does not exist";
+            return "文件夹 " + status.folder + " 不存在";
         case FileProblem::kFolderDenied:
-            return "no file can be made in the folder " + status.folder + " (" + why + ")";
+            return "不能在文件夹 " + status.folder + " 中建立文件（" + why + "）";
         case FileProblem::kReadOnly:
-            return "it is read-only";
+            return "文件是只读的";
         case FileProblem::kWriteFailed:
-            return "it could not be written (" + why + ")";
+            // A writer that failed on its own says why itself; the system has nothing to add.
+            return status.error == 0 ? std::string("写入失败") : "写入失败（" + why + "）";
     }
     return std::string();
 }

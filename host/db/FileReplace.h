@@ -45,7 +45,7 @@ struct FileStatus {
     bool ok() const { return problem == FileProblem::kNone; }
 };
 
-// What stops the file, as an item of a report ("it is read-only").
+// What stops the file, as an item of a report ("文件是只读的"); the caller ends the sentence.
 std::string FileProblemText(const FileStatus& status);
 
 // Reads the regular file at path, at most limit bytes of it (0: only checks that it can be

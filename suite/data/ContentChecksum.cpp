@@ -86,11 +86,8 @@ std::vector<std::pair<std::string, std::string>> ChecksummedQueries() {
 }
 
 std::string Describe(const std::string& name, bool kept) {
-    if (name == kSchemaChecksumName)
-        return kept ? "the table definitions do not match their checksum"
-                    : "the table definitions have no checksum";
-    return "table " + name +
-           (kept ? ": the contents do not match their checksum" : ": no checksum");
+    if (name == kSchemaChecksumName) return kept ? "表的定义与校验和不符" : "表的定义没有校验和";
+    return "表 " + name + (kept ? "：内容与校验和不符" : "：没有校验和");
 }
 
 }  // namespace
@@ -133,7 +130,7 @@ bool CheckContentChecksums(SqliteDb& db, std::vector<std::string>& problems) {
         stored.erase(found);
     }
     for (const auto& unknown : stored)
-        problems.push_back("a checksum kept for an unknown table \"" + unknown.first + "\"");
+        problems.push_back("存有未知的表“" + unknown.first + "”的校验和");
     return true;
 }
 

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <fstream>
 #include <set>
@@ -21,7 +20,9 @@ namespace {
 constexpr char kSqliteMagic[16] = "SQLite format 3";  // with its terminating zero: 16 bytes
 constexpr size_t kMaxReportedProblems = 5;
 
+// The message is a sentence, whatever text of SQLite's it ends with.
 bool Refuse(ProjectOpenResult& result, ProjectProblem problem, std::string message) {
+    if (!message.ends_with("。")) message += "。";
     result.problem = problem;
     result.message = std::move(message);
     return false;
@@ -54,7 +55,7 @@ CString ProjectNameOf(const CString& path) {
 std::string NumberedProblems(const std::vector<std::string>& problems) {
     std::string text;
     for (size_t i = 0; i < problems.size() && i < kMaxReportedProblems; ++i)
-        text += "\n  " + std::to_string(i + 1) + ". " + problems[i];
+        text += "\n  " + std::to_string(i + 1) + ". " + problems[i] + "。";
     return text;
 }
 
@@ -66,8 +67,7 @@ bool FillNewProject(SqliteDb& db, const CString& name, ProjectOpenResult& result
         "; PRAGMA user_version = " + std::to_string(ProjectDb::kSchemaVersion) + ";";
     if (!tx.Begun() || !db.Exec(kProjectSchemaSql) || !db.Exec(kContentChecksumSchemaSql) ||
         !WriteDefaultCatalogue(db, name) || !db.Exec(header.c_str()) || !tx.Commit())
-        return Refuse(result, ProjectProblem::Io,
-                      "the default project could not be written: " + db.LastError());
+        return Refuse(result, ProjectProblem::Io, "不能写入默认项目：" + db.LastError());
     return true;
 }
 
@@ -78,18 +78,17 @@ std::unique_ptr<ProjectDb> ProjectDb::Open(const CString& path, ProjectOpenResul
     const std::string file = ToUtf8(path);
     struct stat st {};
     if (::stat(file.c_str(), &st) != 0) {
-        Refuse(result, ProjectProblem::Missing, "no such project file");
+        Refuse(result, ProjectProblem::Missing, "项目文件不存在");
         return nullptr;
     }
     if (!S_ISREG(st.st_mode) || !HasSqliteHeader(file)) {
-        Refuse(result, ProjectProblem::NotDatabase,
-               "not a kelaz project: the file is not an SQLite database");
+        Refuse(result, ProjectProblem::NotDatabase, "不是 kelaz 项目：文件不是 SQLite 数据库");
         return nullptr;
     }
     std::unique_ptr<ProjectDb> project(new ProjectDb);
     project->m_path = path;
     if (!project->m_db.Open(file, SQLITE_OPEN_READWRITE)) {
-        Refuse(result, ProjectProblem::Io, "cannot open: " + project->m_db.LastError());
+        Refuse(result, ProjectProblem::Io, "SQLite 不能打开这个文件：" + project->m_db.LastError());
         return nullptr;
     }
     project->m_db.SetBeforeCommit(&WriteContentChecksums);
@@ -100,15 +99,11 @@ std::unique_ptr<ProjectDb> ProjectDb::Open(const CString& path, ProjectOpenResul
 bool ProjectDb::Prepare(ProjectOpenResult& result) {
     std::int64_t appId = 0;
     if (!m_db.QueryInt("PRAGMA application_id", appId))
-        return Refuse(result, ProjectProblem::Damaged,
-                      "the project file is damaged: " + m_db.LastError());
+        return Refuse(result, ProjectProblem::Damaged, "项目文件已损坏：" + m_db.LastError());
     if (appId != kApplicationId) {
-        char text[96];
-        std::snprintf(text, sizeof text,
-                      "not a kelaz project: an SQLite database of another application "
-                      "(application id %lld)",
-                      static_cast<long long>(appId));
-        return Refuse(result, ProjectProblem::Foreign, text);
+        return Refuse(result, ProjectProblem::Foreign,
+                      "不是 kelaz 项目：这是另一个应用程序的 SQLite 数据库（application_id 为 " +
+                          std::to_string(appId) + "）");
     }
 
     {
@@ -120,41 +115,34 @@ bool ProjectDb::Prepare(ProjectOpenResult& result) {
             problems.push_back(std::move(line));
         }
         if (!check.Ok())
-            return Refuse(result, ProjectProblem::Damaged,
-                          "the project file is damaged: " + m_db.LastError());
+            return Refuse(result, ProjectProblem::Damaged, "项目文件已损坏：" + m_db.LastError());
         if (!problems.empty())
-            return Refuse(
-                result, ProjectProblem::Damaged,
-                "the project file is damaged (" + std::to_string(problems.size()) +
-                    " problems found by the integrity check):" + NumberedProblems(problems));
+            return Refuse(result, ProjectProblem::Damaged,
+                          "项目文件已损坏（完整性检查发现 " + std::to_string(problems.size()) +
+                              " 处问题）：" + NumberedProblems(problems));
     }
 
     std::int64_t version = 0;
     if (!m_db.QueryInt("PRAGMA user_version", version))
-        return Refuse(result, ProjectProblem::Damaged,
-                      "the project file is damaged: " + m_db.LastError());
+        return Refuse(result, ProjectProblem::Damaged, "项目文件已损坏：" + m_db.LastError());
     if (version > kSchemaVersion)
         return Refuse(result, ProjectProblem::TooNew,
-                      "the project was written by a later kelaz (schema " +
-                          std::to_string(version) + ", this program knows " +
-                          std::to_string(kSchemaVersion) + ")");
+                      "项目由较新的 kelaz 写成（数据结构版本 " + std::to_string(version) +
+                          "，本程序认得的版本到 " + std::to_string(kSchemaVersion) + " 为止）");
     if (version < 1)
-        return Refuse(result, ProjectProblem::Damaged,
-                      "the project file is incomplete: it has no schema version");
+        return Refuse(result, ProjectProblem::Damaged, "项目文件不完整：没有数据结构版本");
 
     std::set<std::string> tables;
     {
         SqliteStatement list(m_db, "SELECT name FROM sqlite_schema WHERE type = 'table'");
         while (list.Step()) tables.insert(ToUtf8(list.Text(0)));
         if (!list.Ok())
-            return Refuse(result, ProjectProblem::Damaged,
-                          "the project file is damaged: " + m_db.LastError());
+            return Refuse(result, ProjectProblem::Damaged, "项目文件已损坏：" + m_db.LastError());
     }
     for (int i = 0; i < kProjectTableCount; ++i)
         if (!tables.count(kProjectTables[i].name))
             return Refuse(result, ProjectProblem::Damaged,
-                          std::string("the project file is incomplete: table ") +
-                              kProjectTables[i].name + " is missing");
+                          std::string("项目文件不完整：缺少表 ") + kProjectTables[i].name);
 
     const bool hasChecksums = tables.count(kContentChecksumTable) != 0;
     if (version == 1) {
@@ -162,30 +150,26 @@ bool ProjectDb::Prepare(ProjectOpenResult& result) {
         // whose version number was damaged, not one to upgrade.
         if (hasChecksums)
             return Refuse(result, ProjectProblem::Damaged,
-                          "the project file is damaged: it says schema 1 but keeps the checksums "
-                          "of a later schema");
+                          "项目文件已损坏：它标明数据结构版本 1，却存有较新版本才有的校验和");
         if (!UpgradeFromVersion1(result)) return false;
     } else if (!hasChecksums) {
         return Refuse(result, ProjectProblem::Damaged,
-                      std::string("the project file is incomplete: table ") +
-                          kContentChecksumTable + " is missing");
+                      std::string("项目文件不完整：缺少表 ") + kContentChecksumTable);
     }
 
     {
         std::vector<std::string> problems;
         if (!CheckContentChecksums(m_db, problems))
-            return Refuse(result, ProjectProblem::Damaged,
-                          "the project file is damaged: " + m_db.LastError());
+            return Refuse(result, ProjectProblem::Damaged, "项目文件已损坏：" + m_db.LastError());
         if (!problems.empty())
-            return Refuse(
-                result, ProjectProblem::Damaged,
-                "the project file is damaged (" + std::to_string(problems.size()) +
-                    " problems found by the content checksums):" + NumberedProblems(problems));
+            return Refuse(result, ProjectProblem::Damaged,
+                          "项目文件已损坏（内容校验和发现 " + std::to_string(problems.size()) +
+                              " 处问题）：" + NumberedProblems(problems));
     }
 
     if (!m_db.Exec("PRAGMA foreign_keys = ON") || !m_catalogue.Load(m_db))
         return Refuse(result, ProjectProblem::Damaged,
-                      "the project's catalogue cannot be read: " + m_db.LastError());
+                      "不能读取项目的构件目录：" + m_db.LastError());
     return true;
 }
 
@@ -198,8 +182,8 @@ bool ProjectDb::UpgradeFromVersion1(ProjectOpenResult& result) {
     if (!tx.Begun() || !m_db.Exec(kContentChecksumSchemaSql) || !m_db.Exec(version.c_str()) ||
         !tx.Commit())
         return Refuse(result, ProjectProblem::Io,
-                      "the project of schema 1 could not be upgraded to schema " +
-                          std::to_string(kSchemaVersion) + ": " + m_db.LastError());
+                      "不能把数据结构版本 1 的项目升级到版本 " + std::to_string(kSchemaVersion) +
+                          "：" + m_db.LastError());
     return true;
 }
 
@@ -207,7 +191,7 @@ std::unique_ptr<ProjectDb> ProjectDb::CreateDefaultInMemory(ProjectOpenResult& r
     result = {};
     std::unique_ptr<ProjectDb> project(new ProjectDb);
     if (!project->m_db.Open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) {
-        Refuse(result, ProjectProblem::Io, project->m_db.LastError());
+        Refuse(result, ProjectProblem::Io, "不能建立默认项目：" + project->m_db.LastError());
         return nullptr;
     }
     if (!FillNewProject(project->m_db, L"默认项目", result) || !project->Prepare(result))
@@ -219,8 +203,7 @@ bool ProjectDb::CreateDefaultFile(const CString& path, bool overwrite, ProjectOp
     result = {};
     const std::string file = ToUtf8(path);
     if (!overwrite && FileExists(file))
-        return Refuse(result, ProjectProblem::Exists,
-                      "the file exists already (give --force to replace it)");
+        return Refuse(result, ProjectProblem::Exists, "文件已经存在（要替换它，请加 --force）");
 
     // Built in a temporary file beside the target and renamed over it at the end, so that the
     // target is either the old file or the complete new project, never a half-written one.
@@ -228,7 +211,7 @@ bool ProjectDb::CreateDefaultFile(const CString& path, bool overwrite, ProjectOp
     const FileStatus status = ReplaceFile(file, [&](const std::string& temporary) {
         SqliteDb db;
         if (!db.Open(temporary, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE)) {
-            why = "cannot create: " + db.LastError();
+            why = "不能建立文件：" + db.LastError();
             return false;
         }
         ProjectOpenResult filled;
@@ -240,7 +223,7 @@ bool ProjectDb::CreateDefaultFile(const CString& path, bool overwrite, ProjectOp
     });
     if (!status.ok()) {
         return Refuse(result, ProjectProblem::Io,
-                      !why.empty() ? why : "cannot write: " + FileProblemText(status));
+                      !why.empty() ? why : "不能写入：" + FileProblemText(status));
     }
     return true;
 }

@@ -38,7 +38,7 @@ bool SqliteDb::Exec(const char* sql) {
 bool SqliteDb::QueryInt(const char* sql, std::int64_t& value) {
     SqliteStatement st(*this, sql);
     if (!st.Step()) {
-        if (st.Ok()) m_error = std::string("no answer to ") + sql;
+        if (st.Ok()) m_error = std::string("“") + sql + "”没有返回结果";
         return false;
     }
     value = st.Int(0);
@@ -59,7 +59,7 @@ int SqliteDb::OnCommit(void* self) { return static_cast<SqliteDb*>(self)->m_comm
 SqliteStatement::SqliteStatement(SqliteDb& db, const char* sql) : m_db(db) {
     KELAZ_ASSERT(db.IsOpen(), "statement on a closed project database");
     if (sqlite3_prepare_v2(db.Handle(), sql, -1, &m_stmt, nullptr) != SQLITE_OK) {
-        Fail("prepare");
+        Fail("准备语句");
         sqlite3_finalize(m_stmt);
         m_stmt = nullptr;
     }
@@ -69,7 +69,7 @@ SqliteStatement::~SqliteStatement() { sqlite3_finalize(m_stmt); }
 
 void SqliteStatement::Fail(const char* what) {
     m_failed = true;
-    m_db.SetError(std::string(what) + ": " + sqlite3_errmsg(m_db.Handle()));
+    m_db.SetError(std::string(what) + "失败：" + sqlite3_errmsg(m_db.Handle()));
 }
 
 SqliteStatement& SqliteStatement::Bind(int index, const CString& text) {
@@ -77,22 +77,22 @@ SqliteStatement& SqliteStatement::Bind(int index, const CString& text) {
     const std::string utf8 = ToUtf8(text);
     if (sqlite3_bind_text(m_stmt, index, utf8.data(), static_cast<int>(utf8.size()),
                           SQLITE_TRANSIENT) != SQLITE_OK)
-        Fail("bind");
+        Fail("绑定参数");
     return *this;
 }
 
 SqliteStatement& SqliteStatement::Bind(int index, double value) {
-    if (Ok() && sqlite3_bind_double(m_stmt, index, value) != SQLITE_OK) Fail("bind");
+    if (Ok() && sqlite3_bind_double(m_stmt, index, value) != SQLITE_OK) Fail("绑定参数");
     return *this;
 }
 
 SqliteStatement& SqliteStatement::Bind(int index, std::int64_t value) {
-    if (Ok() && sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK) Fail("bind");
+    if (Ok() && sqlite3_bind_int64(m_stmt, index, value) != SQLITE_OK) Fail("绑定参数");
     return *this;
 }
 
 SqliteStatement& SqliteStatement::BindNull(int index) {
-    if (Ok() && sqlite3_bind_null(m_stmt, index) != SQLITE_OK) Fail("bind");
+    if (Ok() && sqlite3_bind_null(m_stmt, index) != SQLITE_OK) Fail("绑定参数");
     return *this;
 }
 
@@ -100,7 +100,7 @@ bool SqliteStatement::Step() {
     if (!Ok()) return false;
     const int rc = sqlite3_step(m_stmt);
     if (rc == SQLITE_ROW) return true;
-    if (rc != SQLITE_DONE) Fail("step");
+    if (rc != SQLITE_DONE) Fail("执行语句");
     return false;
 }
 

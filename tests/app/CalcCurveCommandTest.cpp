@@ -19,10 +19,18 @@ TEST(AppCalcArc, EvenlyAlongTheArcWithMarginsAndTheRefusal) {
     r = RunKelaz("calc arc --radius 1000 --count 3 --margin 1000.5");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.out, "[Kelsoft] 您输入的偏移距离过大，无法布置!\n");
-    for (const char* bad : {"--radius 0", "--radius 1e3", "--radius 10 --count x",
-                            "--radius 10 --center 1", "--count 3"}) {
-        EXPECT_EQ(RunKelaz(std::string("calc arc ") + bad).status, 2) << bad;
+    const std::pair<const char*, const char*> refused[] = {
+        {"--radius 0", "--radius：圆弧的半径必须大于 0。\n"},
+        {"--radius 1e3", "--radius：“1e3”不是数值。\n"},
+        {"--radius 10 --count x", "--count：“x”不是整数。\n"},
+        {"--radius 10 --center 1", "--center：“1”不是点：点写作 x,y 或 x,y,z。\n"},
+    };
+    for (const auto& [bad, says] : refused) {
+        r = RunKelaz(std::string("calc arc ") + bad);
+        EXPECT_EQ(r.status, 2) << bad;
+        EXPECT_EQ(r.out, std::string("[kelaz] ") + says) << bad;
     }
+    EXPECT_EQ(RunKelaz("calc arc --count 3").status, 2);  // --radius is required
 }
 
 TEST(AppCalcSector, RingsOuterFirstAndTheRefusedDecrement) {
@@ -37,6 +45,10 @@ TEST(AppCalcSector, RingsOuterFirstAndTheRefusedDecrement) {
         "--decrement 2");
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.out, "[Kelsoft] 输入数据错误!\n");
-    EXPECT_EQ(RunKelaz("calc sector --points \"0,0 1,1 2,0\"").status, 2);
+    r = RunKelaz("calc sector --points \"0,0 1,1 2,0\"");
+    EXPECT_EQ(r.status, 2);
+    EXPECT_EQ(r.out,
+              "[kelaz] --points：请给出外弧的起点、弧上一点和终点，再给出内半径上的一点（给了 3 "
+              "个点）。\n");
     EXPECT_EQ(RunKelaz("calc sector --points \"2000,0 0,2000 -2000,0 0,0\" --rings two").status, 2);
 }

@@ -29,17 +29,20 @@ TEST(AppCalcRect, BadInputIsNamedAndNothingIsPrinted) {
         const char* args;
         const char* says;
     } cases[] = {
-        {"--corners \"0,0 3000,0 3000,2000\"", "four corners"},
-        {"--corners \"0,0 3000,x 3000,2000 0,2000\"", "'x'"},
-        {"--corners \"0,0 1e3,0 3000,2000 0,2000\"", "'1e3'"},
-        {"--corners \"0,0 3000 3000,2000 0,2000\"", "x,y or x,y,z"},
-        {"--corners \"0,0 3000,0 3000,2000 0,2000\" --rows 2.5", "--rows"},
-        {"--corners \"0,0 3000,0 3000,2000 0,2000\" --margin-along .5", "--margin-along"},
+        {"--corners \"0,0 3000,0 3000,2000\"",
+         "--corners：请按绘图顺序给出矩形的四个角点（给了 3 个点）"},
+        {"--corners \"0,0 3000,x 3000,2000 0,2000\"", "--corners：“3000,x”中的“x”不是数值"},
+        {"--corners \"0,0 1e3,0 3000,2000 0,2000\"", "--corners：“1e3,0”中的“1e3”不是数值"},
+        {"--corners \"0,0 3000 3000,2000 0,2000\"", "--corners：“3000”不是点：点写作 x,y 或 x,y,z"},
+        {"--corners \"0,0 3000,0 3000,2000 0,2000\" --rows 2.5", "--rows：“2.5”不是整数"},
+        {"--corners \"0,0 3000,0 3000,2000 0,2000\" --margin-along .5",
+         "--margin-along：“.5”不是数值"},
     };
     for (const Case& c : cases) {
         const auto r = RunKelaz(std::string("calc rect ") + c.args);
         EXPECT_EQ(r.status, 2) << c.args;
-        EXPECT_NE(r.out.find(c.says), std::string::npos) << c.args << " -> " << r.out;
+        EXPECT_EQ(r.out.rfind(std::string("[kelaz] ") + c.says, 0), 0u)
+            << c.args << " -> " << r.out;
     }
     EXPECT_EQ(RunKelaz("calc rect --rows 2").status, 2);  // corners are required
     EXPECT_EQ(RunKelaz("calc nothing").status, 2);

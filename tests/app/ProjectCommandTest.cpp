@@ -43,6 +43,7 @@ TEST_F(AppProject, InitThenShowPrintsTheDefaultProject) {
     const std::string file = m_dir + "/办公楼.kelaz";
     const auto init = RunKelaz("project init '" + file + "'");
     ASSERT_EQ(init.status, 0) << init.out;
+    EXPECT_EQ(init.out, "[kelaz] 默认项目已写入 " + file + "。\n");
     const auto shown = RunKelaz("project show '" + file + "'");
     ASSERT_EQ(shown.status, 0) << shown.out;
     const std::string& out = shown.out;
@@ -76,7 +77,8 @@ TEST_F(AppProject, InitKeepsAnExistingFileUnlessForced) {
     Write(file, "keep me");
     const auto refused = RunKelaz("project init " + file);
     EXPECT_EQ(refused.status, 2);
-    EXPECT_NE(refused.out.find("--force"), std::string::npos) << refused.out;
+    EXPECT_EQ(refused.out,
+              "[kelaz] 不能建立项目 " + file + "：文件已经存在（要替换它，请加 --force）。\n");
     EXPECT_EQ(Bytes(file), "keep me");
     ASSERT_EQ(RunKelaz("project init --force " + file).status, 0);
     EXPECT_EQ(RunKelaz("project show " + file).status, 0);
@@ -107,20 +109,19 @@ TEST_F(AppProject, ShowRefusesDamagedOrForeignFilesAndLeavesThemAlone) {
     sqlite3_close(db);
 
     const std::pair<std::string, const char*> cases[] = {
-        {text, "not an SQLite database"},
-        {truncated, "damaged"},
-        {foreign, "another application"},
-        {m_dir + "/missing.kelaz", "no such project file"},
+        {text, "：不是 kelaz 项目：文件不是 SQLite 数据库。\n"},
+        {truncated, "：项目文件已损坏"},
+        {foreign, "：不是 kelaz 项目：这是另一个应用程序的 SQLite 数据库"},
+        {m_dir + "/missing.kelaz", "：项目文件不存在。\n"},
         {changed,
-         "damaged (1 problems found by the content checksums):\n"
-         "  1. table sys_code: the contents do not match their checksum\n"},
+         "：项目文件已损坏（内容校验和发现 1 处问题）：\n"
+         "  1. 表 sys_code：内容与校验和不符。\n"},
     };
     for (const auto& [file, says] : cases) {
         const std::string before = Bytes(file);
         const auto r = RunKelaz("project show " + file);
         EXPECT_EQ(r.status, 2) << file;
-        EXPECT_NE(r.out.find("kelaz: " + file + ": "), std::string::npos) << r.out;
-        EXPECT_NE(r.out.find(says), std::string::npos) << r.out;
+        EXPECT_EQ(r.out.rfind("[kelaz] 不能打开项目 " + file + says, 0), 0u) << r.out;
         EXPECT_EQ(r.out.find("专业："), std::string::npos);
         EXPECT_EQ(Bytes(file), before) << file;
     }

@@ -105,7 +105,10 @@ TEST_F(DrawingCommands, DamagedOrMissingDrawingsAreRefusedAndLeftAlone) {
 
     const auto dump = RunKelaz("dump " + drawing.string());
     EXPECT_EQ(dump.status, 2);
-    EXPECT_NE(dump.out.find("plant.kdw"), std::string::npos) << dump.out;
+    EXPECT_EQ(dump.out.rfind(
+                  "[kelaz] 不能读取图形 " + drawing.string() + "：\n  1. 文件已损坏：校验和", 0),
+              0u)
+        << dump.out;
     EXPECT_EQ(dump.out.find("{\"handle\""), std::string::npos);
     EXPECT_EQ(Read(drawing), bytes) << "a refused drawing is not touched";
 
@@ -118,6 +121,8 @@ TEST_F(DrawingCommands, DamagedOrMissingDrawingsAreRefusedAndLeftAlone) {
     ASSERT_EQ(RunKelaz("sample --force " + drawing.string()).status, 0);
     const auto bad = RunKelaz("export " + drawing.string() + " -o " + (dir / "out.bmp").string());
     EXPECT_EQ(bad.status, 1);
+    EXPECT_EQ(bad.out, "[kelaz] 不能输出 " + (dir / "out.bmp").string() +
+                           "：不认识这种文件后缀（请用 .dxf、.png、.svg 或 .pdf）。\n");
     EXPECT_FALSE(fs::exists(dir / "out.bmp"));
 }
 

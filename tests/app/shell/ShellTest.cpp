@@ -68,7 +68,22 @@ TEST(Shell, ADrawingOpenedFirstIsSavedBackByDefault) {
     const auto bad = RunKelaz("run '" + (dir / "more.kls").string() + "' --drawing '" +
                               (dir / "bad.kdw").string() + "'");
     EXPECT_EQ(bad.status, 2);
-    EXPECT_EQ(bad.out.find("命令:"), std::string::npos) << bad.out;
+    EXPECT_EQ(bad.out, "[kelaz] 不能读取图形 " + (dir / "bad.kdw").string() +
+                           "：\n  1. 这不是本程序的图形（文件开头没有图形标识）。\n");
+
+    // Outputs that cannot be written are each named, after the session wrote the others.
+    const auto outputs =
+        RunKelaz("run '" + (dir / "more.kls").string() + "' --drawing '" + drawing + "' --dxf '" +
+                 (dir / "a.dwg").string() + "' --svg '" + (dir / "b.bmp").string() + "' --png '" +
+                 (dir / "c.png").string() + "'");
+    EXPECT_EQ(outputs.status, 1);
+    for (const char* name : {"a.dwg", "b.bmp"}) {
+        EXPECT_NE(outputs.out.find("\n[kelaz] 不能输出 " + (dir / name).string() +
+                                   "：不认识这种文件后缀（请用 .dxf、.png、.svg 或 .pdf）。\n"),
+                  std::string::npos)
+            << outputs.out;
+    }
+    EXPECT_TRUE(fs::exists(dir / "c.png"));
 }
 
 TEST(Shell, ProjectFileIsOpenedForTheSession) {
@@ -82,7 +97,11 @@ TEST(Shell, ProjectFileIsOpenedForTheSession) {
     const auto junk = RunKelaz("run '" + (dir / "s.kls").string() + "' --project '" +
                                (dir / "junk.kproj").string() + "'");
     EXPECT_EQ(junk.status, 2);
-    EXPECT_NE(junk.out.find("junk.kproj"), std::string::npos) << junk.out;
+    EXPECT_EQ(junk.out.rfind("[kelaz] 不能打开项目 " + (dir / "junk.kproj").string() +
+                                 "：不是 kelaz 项目：文件不是 SQLite 数据库。\n",
+                             0),
+              0u)
+        << junk.out;
 }
 
 TEST(Shell, EveryPathOfARunIsCheckedBeforeItsFirstCommand) {
@@ -124,7 +143,9 @@ TEST(Shell, HelpOnTheInputGrammar) {
     for (const char* form : {"x,y", "@dx,dy", "drag x,y", "^C", "'NAME", "# ...", "ok | cancel"}) {
         EXPECT_NE(help.out.find(form), std::string::npos) << form;
     }
-    EXPECT_EQ(RunKelaz("help nosuch").status, 2);
+    const auto nosuch = RunKelaz("help nosuch");
+    EXPECT_EQ(nosuch.status, 2);
+    EXPECT_EQ(nosuch.out, "[kelaz] 没有关于“nosuch”的帮助；可用的主题：input\n");
     EXPECT_EQ(RunKelaz("run /no/such/script.kls").status, 2);
 }
 

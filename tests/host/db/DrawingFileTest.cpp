@@ -215,8 +215,7 @@ TEST_F(DrawingFile, DamagedFilesAreRefusedAndTheDrawingKeepsItsContents) {
         WriteBytes(file, content);
         EXPECT_EQ(target.readDwgFile(file), status) << name;
         const CString report = kelaz::LastFileReport(target);
-        EXPECT_NE(report.Find(file), -1) << kelaz::ToUtf8(report);
-        EXPECT_NE(report.Find(L"1. "), -1) << kelaz::ToUtf8(report);
+        EXPECT_EQ(report.Find(L"不能读取图形 " + file + L"：\n  1. "), 0) << kelaz::ToUtf8(report);
         EXPECT_NE(report.Find(why), -1) << kelaz::ToUtf8(report);
         EXPECT_EQ(kelaz::test::ModelSpaceIds(target), (AcDbObjectIdArray{mine})) << name;
         EXPECT_EQ(Filed(mine), mineBefore) << name;
@@ -225,22 +224,22 @@ TEST_F(DrawingFile, DamagedFilesAreRefusedAndTheDrawingKeepsItsContents) {
 
     std::vector<std::uint8_t> wrongMagic = bytes;
     wrongMagic[0] = 'X';
-    expectRefused("magic.kdwg", wrongMagic, Acad::eBadDwgHeader, L"not a drawing");
-    expectRefused("text.kdwg", {'h', 'e', 'l', 'l', 'o'}, Acad::eBadDwgHeader, L"not a drawing");
+    expectRefused("magic.kdwg", wrongMagic, Acad::eBadDwgHeader, L"不是本程序的图形");
+    expectRefused("text.kdwg", {'h', 'e', 'l', 'l', 'o'}, Acad::eBadDwgHeader, L"不是本程序的图形");
 
     std::vector<std::uint8_t> flipped = bytes;
     flipped[bytes.size() / 2] ^= 0x10;
-    expectRefused("flipped.kdwg", flipped, Acad::eDwgCRCError, L"damaged");
+    expectRefused("flipped.kdwg", flipped, Acad::eDwgCRCError, L"已损坏");
 
     std::vector<std::uint8_t> truncated(bytes.begin(), bytes.begin() + bytes.size() * 2 / 3);
-    expectRefused("truncated.kdwg", truncated, Acad::eEndOfFile, L"truncated");
+    expectRefused("truncated.kdwg", truncated, Acad::eEndOfFile, L"不完整");
 
     std::vector<std::uint8_t> newer = bytes;
     newer[8] = static_cast<std::uint8_t>(kelaz::kDrawingFormatVersion + 1);
-    expectRefused("newer.kdwg", newer, Acad::eInvalidDwgVersion, L"newer version");
+    expectRefused("newer.kdwg", newer, Acad::eInvalidDwgVersion, L"较新的版本");
 
     EXPECT_EQ(target.readDwgFile(path("absent.kdwg")), Acad::eFileNotFound);
-    EXPECT_NE(kelaz::LastFileReport(target).Find(L"no such file"), -1);
+    EXPECT_NE(kelaz::LastFileReport(target).Find(L"1. 文件不存在。"), -1);
 
     // A class this program does not have: the file is whole, but cannot be understood.
     AcRxObject* tagClass = acrxClassDictionary->remove(L"Tag");
@@ -248,9 +247,9 @@ TEST_F(DrawingFile, DamagedFilesAreRefusedAndTheDrawingKeepsItsContents) {
     WriteBytes(tagged, bytes);
     EXPECT_EQ(target.readDwgFile(tagged), Acad::eDwgObjectImproperlyRead);
     acrxClassDictionary->atPut(L"Tag", tagClass);
-    EXPECT_NE(kelaz::LastFileReport(target).Find(L"unknown class"), -1);
+    EXPECT_NE(kelaz::LastFileReport(target).Find(L"未知的类"), -1);
     const CString report = kelaz::LastFileReport(target);
-    EXPECT_NE(report.Find(tagId.handle().text() + L" (Tag)"), -1) << kelaz::ToUtf8(report);
+    EXPECT_NE(report.Find(tagId.handle().text() + L"（Tag）"), -1) << kelaz::ToUtf8(report);
     EXPECT_EQ(report.Find(L"2. "), -1) << "one problem: " << kelaz::ToUtf8(report);
     EXPECT_EQ(kelaz::test::ModelSpaceIds(target), (AcDbObjectIdArray{mine}));
 }
@@ -264,13 +263,13 @@ TEST_F(DrawingFile, RecordsMustBeReadExactlyAndSavesNeedAPlace) {
     ASSERT_EQ(db.saveAs(file), Acad::eOk);
     AcDbDatabase back;
     EXPECT_EQ(back.readDwgFile(file), Acad::eDwgObjectImproperlyRead);
-    EXPECT_NE(kelaz::LastFileReport(back).Find(L"left unread"), -1)
+    EXPECT_NE(kelaz::LastFileReport(back).Find(L"没有读到"), -1)
         << kelaz::ToUtf8(kelaz::LastFileReport(back));
     EXPECT_EQ(kelaz::test::ModelSpaceIds(back).length(), 0);
 
     const CString nowhere = path("no/such/dir/plan.kdwg");
     EXPECT_EQ(db.saveAs(nowhere), Acad::eFileAccessErr);
-    EXPECT_NE(kelaz::LastFileReport(db).Find(L"does not exist"), -1);
+    EXPECT_NE(kelaz::LastFileReport(db).Find(L"不存在"), -1);
 
     // An object open for write is not saved half-changed.
     Opened<Tag> open(kelaz::test::ModelSpaceIds(db)[0], AcDb::kForWrite);
@@ -327,8 +326,8 @@ TEST_F(DrawingFile, SavesKeepTheModeFollowLinksAndRefuseWhatMayNotBeReplaced) {
     fs::create_symlink("loop-b.kdw", dir / "loop-a.kdw");
     fs::create_symlink("loop-a.kdw", dir / "loop-b.kdw");
     const std::pair<const char*, const wchar_t*> refused[] = {
-        {"plan.kdw", L"read-only"},  {"link.kdw", L"read-only"},        {"folder.kdw", L"a folder"},
-        {"pipe.kdw", L"named pipe"}, {"loop-a.kdw", L"symbolic links"},
+        {"plan.kdw", L"只读"},     {"link.kdw", L"只读"},       {"folder.kdw", L"文件夹"},
+        {"pipe.kdw", L"命名管道"}, {"loop-a.kdw", L"符号链接"},
     };
     for (const auto& [name, why] : refused) {
         EXPECT_EQ(db.saveAs(path(name)), Acad::eFileAccessErr) << name;
@@ -382,10 +381,10 @@ TEST_F(DrawingFile, FoldersPipesAndDevicesAreRefusedAtOnce) {
 
     AcDbDatabase target;
     const std::pair<CString, const wchar_t*> refused[] = {
-        {path("folder.kdw"), L"it is a folder"},
-        {path("pipe.kdw"), L"it is a named pipe"},
-        {L"/dev/null", L"it is a device"},
-        {path("plan.kdw/below.kdw"), L"it cannot be read"},
+        {path("folder.kdw"), L"这是一个文件夹"},
+        {path("pipe.kdw"), L"这是一个命名管道"},
+        {L"/dev/null", L"这是一个设备"},
+        {path("plan.kdw/below.kdw"), L"文件无法打开或读取"},
     };
     for (const auto& [file, why] : refused) {
         EXPECT_EQ(target.readDwgFile(file), Acad::eFileAccessErr) << kelaz::ToUtf8(file);
@@ -432,9 +431,7 @@ TEST_F(DrawingFile, NumbersThatAreNotFiniteAreDamageAndAreNeverSaved) {
         AcDbDatabase back;
         EXPECT_EQ(back.readDwgFile(path("bad.kdw")), Acad::eDwgObjectImproperlyRead) << bad;
         const CString report = kelaz::LastFileReport(back);
-        EXPECT_NE(report.Find(line.handle().text() + L" (AcDbLine): a number in its record is "
-                                                     L"not finite"),
-                  -1)
+        EXPECT_NE(report.Find(line.handle().text() + L"（AcDbLine）：记录中有不是有限值的数"), -1)
             << kelaz::ToUtf8(report);
         EXPECT_EQ(kelaz::test::ModelSpaceIds(back).length(), 0);
     }

@@ -156,7 +156,7 @@ TEST_F(ProjectChecksum, OneChangedValueInAnyTableIsRefusedAndTheFileLeftAlone) {
         SCOPED_TRACE(change.sql);
         const std::string file = Copy(std::string(change.table) + ".kelaz");
         ASSERT_EQ(ChangeBehindTheBack(file, change.sql), 1) << "the change must hit one row";
-        ExpectRefused(file, (std::string("1. table ") + change.table + ": the contents").c_str());
+        ExpectRefused(file, (std::string("1. 表 ") + change.table + "：内容与校验和不符").c_str());
         covered.insert(change.table);
     }
     for (int i = 0; i < kelaz::kProjectTableCount; ++i)
@@ -164,14 +164,14 @@ TEST_F(ProjectChecksum, OneChangedValueInAnyTableIsRefusedAndTheFileLeftAlone) {
 
     // A row gone, the table definitions changed, the checksums themselves damaged.
     const Change others[] = {
-        {"table layer", "DELETE FROM layer WHERE name = (SELECT MAX(name) FROM layer)"},
-        {"the table definitions",
+        {"表 layer", "DELETE FROM layer WHERE name = (SELECT MAX(name) FROM layer)"},
+        {"表的定义与校验和不符",
          "PRAGMA writable_schema = ON; UPDATE sqlite_schema SET sql = replace(sql, 'description "
          "TEXT NOT NULL', 'description TEXT NOT NULL DEFAULT ''''') WHERE name = 'command'"},
-        {"table floor: the contents",
+        {"表 floor：内容与校验和不符",
          "UPDATE content_checksum SET checksum = checksum + 1 WHERE name = 'floor'"},
-        {"table layer: no checksum", "DELETE FROM content_checksum WHERE name = 'layer'"},
-        {"an unknown table \"notes\"", "INSERT INTO content_checksum VALUES ('notes', 0)"},
+        {"表 layer：没有校验和", "DELETE FROM content_checksum WHERE name = 'layer'"},
+        {"未知的表“notes”", "INSERT INTO content_checksum VALUES ('notes', 0)"},
     };
     int n = 0;
     for (const Change& change : others) {
@@ -216,10 +216,10 @@ TEST_F(ProjectChecksum, AProjectOfSchema1IsUpgradedButAFileThatOnlySaysSchema1Is
 
     const std::string lowered = Copy("lowered.kelaz");
     ASSERT_GE(ChangeBehindTheBack(lowered, "PRAGMA user_version = 1"), 0);
-    ExpectRefused(lowered, "says schema 1");
+    ExpectRefused(lowered, "标明数据结构版本 1");
     const std::string stripped = Copy("stripped.kelaz");
     ASSERT_GE(ChangeBehindTheBack(stripped, "DROP TABLE content_checksum"), 0);
-    ExpectRefused(stripped, "table content_checksum is missing");
+    ExpectRefused(stripped, "缺少表 content_checksum");
 }
 
 // Bytes changed at random, half of them inside texts and numbers of the catalogue (where the
@@ -254,7 +254,7 @@ TEST_F(ProjectChecksum, RandomDamageIsRefusedOrReadsBackTheOriginal) {
             EXPECT_EQ(Contents(project->Db()), contents) << "round " << round;
         } else {
             ++refused;
-            if (result.message.find("content checksums") != std::string::npos) ++byChecksum;
+            if (result.message.find("内容校验和发现") != std::string::npos) ++byChecksum;
         }
         project.reset();
         EXPECT_EQ(ReadBytes(file), bytes) << "round " << round << ": " << result.message;

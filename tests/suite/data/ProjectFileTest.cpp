@@ -73,10 +73,10 @@ constexpr int kRowsPerWrite = 400;
 TEST_F(ProjectFile, RefusesWhatIsNotAnIntactProjectWithoutTouchingIt) {
     const std::string text = m_dir + "/notes.kelaz";
     WriteBytes(text, "楼层 1 4500\n楼层 2 4200\n");
-    ExpectRefused(text, ProjectProblem::NotDatabase, "not an SQLite database");
+    ExpectRefused(text, ProjectProblem::NotDatabase, "不是 SQLite 数据库");
     const std::string empty = m_dir + "/empty.kelaz";
     WriteBytes(empty, "");
-    ExpectRefused(empty, ProjectProblem::NotDatabase, "not an SQLite database");
+    ExpectRefused(empty, ProjectProblem::NotDatabase, "不是 SQLite 数据库");
 
     const std::string foreign = m_dir + "/other.db";
     sqlite3* db = nullptr;
@@ -84,13 +84,13 @@ TEST_F(ProjectFile, RefusesWhatIsNotAnIntactProjectWithoutTouchingIt) {
     sqlite3_exec(db, "CREATE TABLE floor(name TEXT); INSERT INTO floor VALUES ('1');", nullptr,
                  nullptr, nullptr);
     sqlite3_close(db);
-    ExpectRefused(foreign, ProjectProblem::Foreign, "another application");
+    ExpectRefused(foreign, ProjectProblem::Foreign, "另一个应用程序");
 
     const std::string good = NewProject("good.kelaz");
     const std::string whole = ReadBytes(good);
     const std::string truncated = m_dir + "/truncated.kelaz";
     WriteBytes(truncated, whole.substr(0, whole.size() / 2));
-    ExpectRefused(truncated, ProjectProblem::Damaged, "damaged");
+    ExpectRefused(truncated, ProjectProblem::Damaged, "已损坏");
 
     // A lost block in the middle of the file.
     const std::string damaged = m_dir + "/damaged.kelaz";
@@ -99,20 +99,20 @@ TEST_F(ProjectFile, RefusesWhatIsNotAnIntactProjectWithoutTouchingIt) {
     for (size_t at = 2 * page; at + page < broken.size(); at += 4 * page)
         broken.replace(at, 512, 512, '\xA5');
     WriteBytes(damaged, broken);
-    ExpectRefused(damaged, ProjectProblem::Damaged, "damaged");
+    ExpectRefused(damaged, ProjectProblem::Damaged, "已损坏");
 
     const std::string newer = m_dir + "/newer.kelaz";
     WriteBytes(newer, whole);
     ASSERT_EQ(sqlite3_open(newer.c_str(), &db), SQLITE_OK);
     sqlite3_exec(db, "PRAGMA user_version = 7", nullptr, nullptr, nullptr);
     sqlite3_close(db);
-    ExpectRefused(newer, ProjectProblem::TooNew, "later kelaz");
+    ExpectRefused(newer, ProjectProblem::TooNew, "较新的 kelaz");
 
     // A refused file leaves the open project current.
     ASSERT_TRUE(KelAzDataMng::OpenProject(kelaz::FromUtf8(good)));
     CString error;
     EXPECT_FALSE(KelAzDataMng::OpenProject(kelaz::FromUtf8(foreign), error));
-    EXPECT_NE(error.Find(L"another application"), -1);
+    EXPECT_NE(error.Find(L"另一个应用程序"), -1);
     EXPECT_EQ(CProj::GetPrjPath(), kelaz::FromUtf8(good));
 }
 
