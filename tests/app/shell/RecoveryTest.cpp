@@ -161,9 +161,14 @@ TEST(Recovery, SessionsKilledAtRandomMomentsAreRecoveredUpToTheLastLineRead) {
         const int band = (static_cast<int>(lines.size()) - 10) / kills;
         const int target = std::uniform_int_distribution<int>(k * band + 1, (k + 1) * band)(random);
         const int pause = std::uniform_int_distribution<int>(0, 3000)(random);
-        KelazProcess run({"run", (dir / "long.kls").string(), "--drawing", plan.string()}, dir,
-                         KelazProcess::Input::kPipe, KelazProcess::Output::kDiscarded);
+        // Every other kill hits a shell whose lines come down a pipe, as a person's would.
+        const bool shell = k % 2 == 1;
+        KelazProcess run(shell ? std::vector<std::string>{"shell", "--drawing", plan.string()}
+                               : std::vector<std::string>{"run", (dir / "long.kls").string(),
+                                                          "--drawing", plan.string()},
+                         dir, KelazProcess::Input::kPipe, KelazProcess::Output::kDiscarded);
         ASSERT_TRUE(run.Started());
+        if (shell) run.Write(Join(lines, lines.size()));
         int status = 0;
         while (!run.Ended(status) && !(fs::exists(journal) && LinesJournaled(journal) >= target)) {
             std::this_thread::sleep_for(std::chrono::microseconds(500));
@@ -183,8 +188,9 @@ TEST(Recovery, SessionsKilledAtRandomMomentsAreRecoveredUpToTheLastLineRead) {
         EXPECT_TRUE(equal) << "killed after line " << n << "; recovered:\n" << rebuilt;
         EXPECT_TRUE(fs::exists(journal)) << "written elsewhere, the drawing keeps its journal";
         recovered += equal ? 1 : 0;
-        std::printf("killed after %d of %zu lines (aimed at %d): recovered %s\n", n, lines.size(),
-                    target, equal ? "equal" : "DIFFERENT");
+        std::printf("%s killed after %d of %zu lines (aimed at %d): recovered %s\n",
+                    shell ? "shell" : "run", n, lines.size(), target,
+                    equal ? "equal" : "DIFFERENT");
     }
     EXPECT_GE(recovered, (kills * 2 + 2) / 3) << "the kills should land inside the session";
     std::printf("%d of %d kills recovered equal\n", recovered, kills);
