@@ -19,6 +19,21 @@ constexpr int kListedPoints = 10;
 // The window searched for components grows this much around the points.
 constexpr double kSearchMargin = 1.0;
 constexpr size_t kKeywordSize = 32;
+// Above this many components a layout is most likely a typing slip (1000 rows instead of 10):
+// the drafter confirms before the drawing grows by that much, and the default is not to.
+constexpr int kConfirmAbove = 10000;
+// Long placements say how far they have come after every this many components.
+constexpr int kProgressStep = 20000;
+
+bool ConfirmLarge(int count) {
+    if (count <= kConfirmAbove) return true;
+    acedInitGet(0, L"Y N");
+    wchar_t word[kKeywordSize] = {};
+    CString prompt;
+    prompt.Format(L"\n将布置 %d 个构件，继续吗？[是(Y)/否(N)]<否>:", count);
+    const int rc = acedGetKword(prompt.GetString(), word, kKeywordSize);
+    return rc == RTNORM && CString(word) == L"Y";
+}
 
 }  // namespace
 
@@ -66,11 +81,33 @@ int PlaceLaidOut(const AcGePoint3dArray& points) {
             return 0;
         }
         if (rc == RTNONE || CString(word) == L"S") {
-            for (auto it = occupied.rbegin(); it != occupied.rend(); ++it) placing.removeAt(*it);
+            // One pass keeping the free points: removing them one at a time is quadratic.
+            placing.setLogicalLength(0);
+            size_t next = 0;
+            for (int i = 0; i < points.length(); ++i) {
+                if (next < occupied.size() && occupied[next] == i) {
+                    ++next;
+                    continue;
+                }
+                placing.append(points[i]);
+            }
         }
     }
-    const int placed = CDispGlobaFun::CreateNodeEntities(placing, CString(), CString(), 0.0,
-                                                         AcGeVector3d::kZAxis, AcGeScale3d());
+    if (!ConfirmLarge(placing.length())) {
+        acutPrintf(L"\n没有布置构件");
+        return 0;
+    }
+    int placed = 0;
+    const int total = placing.length();
+    for (int from = 0; from < total; from += kProgressStep) {
+        const int count = std::min(kProgressStep, total - from);
+        AcGePoint3dArray chunk;
+        chunk.setPhysicalLength(count);
+        for (int i = from; i < from + count; ++i) chunk.append(placing[i]);
+        placed += CDispGlobaFun::CreateNodeEntities(chunk, CString(), CString(), 0.0,
+                                                    AcGeVector3d::kZAxis, AcGeScale3d());
+        if (total > kProgressStep) acutPrintf(L"\n正在布置 %d/%d", from + count, total);
+    }
     acutPrintf(L"\n已布置 %d 个构件", placed);
     return placed;
 }
