@@ -254,8 +254,8 @@ struct CommandDef {
 constexpr CommandDef kCommands[] = {
     // PLACE lays out whatever the drafter chose in the bar; the commands below offer their own.
     {L"PLACE", L"布置构件", false, true, false, L"", L"", L"", L""},
-    {L"AIRUNIT", L"布置风设备", true, true, true, L"风设备", L"空调机组,风机,风机盘管", L"暖通\\风设备",
-     L""},
+    {L"AIRUNIT", L"布置风设备", true, true, true, L"风设备", L"空调机组,风机,风机盘管",
+     L"暖通\\风设备", L""},
     {L"AIRTERMINAL", L"布置风口", true, true, true, L"风口", L"散流器,百叶风口,条缝风口",
      L"暖通\\风口", L""},
     {L"DUCTPART", L"布置风部件", true, true, true, L"风部件", L"风阀,消声器,风法兰",
@@ -275,8 +275,11 @@ constexpr CommandDef kCommands[] = {
     {L"SECTORLAYOUT", L"扇形区域布置", false, true, false, L"", L"", L"", L"扇形"},
     {L"LEAD", L"绘制引线", false, true, true, L"管线", L"照明导线,动力导线,消防导线,其它导线", L"",
      L""},
+    {L"MAINLEAD", L"绘制主引线", false, true, true, L"管线", L"照明导线,动力导线,消防导线,其它导线",
+     L"", L""},
     {L"PIPE", L"绘制管道", false, true, true, L"管道", L"给水管,排水管,消防管", L"", L""},
     {L"MAINPIPE", L"绘制立管", false, true, true, L"管道", L"给水管,排水管,消防管", L"", L""},
+    {L"RISER", L"绘制立管", false, true, true, L"管道", L"给水管,排水管,消防管", L"", L""},
     {L"MPIPE", L"多管绘制", false, false, false, L"管线",
      L"照明导线,动力导线,消防导线,其它导线,导管,线槽,导线·导管,电缆,母线·馈线", L"", L"dxbz;rdxbz"},
     {L"SOFTPIPE", L"软管绘制", false, true, true, L"风管", L"软风管", L"", L""},
@@ -284,6 +287,10 @@ constexpr CommandDef kCommands[] = {
     {L"FLANGETABLE", L"法兰匹配表", false, false, false, L"风部件", L"风法兰", L"", L"方形;圆形"},
     {L"AUTOFLANGE", L"自动生成法兰", false, false, false, L"风部件", L"风法兰", L"", L""},
     {L"PERFORATE", L"立管穿层", false, false, false, L"", L"", L"", L""},
+    {L"SPLITRISER", L"立管按楼层拆分", false, false, false, L"", L"", L"", L""},
+    {L"EXTEND", L"延伸风管端点", false, false, false, L"", L"", L"", L""},
+    {L"NEWDUCT", L"新建风管规格", false, false, false, L"风管", L"矩形风管,圆形风管,软风管", L"",
+     L""},
     {L"ATT", L"构件属性定义", false, false, false, L"", L"", L"", L""},
     {L"SYS", L"系统编号设置", false, false, false, L"", L"", L"", L""},
     {L"FLOOR", L"楼层设置", false, false, false, L"", L"", L"", L""},
@@ -432,6 +439,20 @@ bool WriteFloors(SqliteDb& db) {
     }
     return true;
 }
+
+}  // namespace
+
+bool DefaultCommandRow(const CString& name, DefaultCommand& row) {
+    for (const CommandDef& c : kCommands) {
+        if (name.CompareNoCase(c.name) != 0) continue;
+        row = {c.name,    c.description, c.jigDrawBlock, c.checkAttribute, c.updateUi,
+               c.bigType, c.smallTypes,  c.refreshPath,  c.extra};
+        return true;
+    }
+    return false;
+}
+
+namespace {
 
 bool WriteCommands(SqliteDb& db) {
     SqliteStatement st(db,

@@ -86,6 +86,21 @@ private:
 // system codes, laying modes, commands, layers). The caller holds the transaction.
 bool WriteDefaultCatalogue(SqliteDb& db, const CString& projectName);
 
+// A row of the command table every new project starts with.
+struct DefaultCommand {
+    CString name;
+    CString description;
+    bool jigDrawBlock = false;
+    bool checkAttribute = false;
+    bool updateUi = false;
+    CString bigType;
+    CString smallTypes;
+    CString refreshPath;
+    CString extra;
+};
+// The default row of a command (names matched ignoring ASCII case); false when it has none.
+bool DefaultCommandRow(const CString& name, DefaultCommand& row);
+
 // The tables a project file must have, each with its primary key (columns as in ORDER BY); used
 // by the open checks and the content checksums.
 struct ProjectTable {

@@ -39,7 +39,26 @@ CmdData CCmdDataReader::GetCmdData(const CString& cmd) const {
     if (!project || cmd.IsEmpty()) return CmdData();
     const std::string sql = std::string(kSelect) + " WHERE name = ?1";
     kelaz::SqliteStatement st(project->Db(), sql.c_str());
-    return st.Bind(1, cmd).Step() ? Row(st) : CmdData();
+    if (st.Bind(1, cmd).Step()) return Row(st);
+    if (!st.Ok()) return CmdData();
+    // A project made before the command existed has no row for it: the command runs with the
+    // row a new project would have, and the file stays as it is (it may be read-only, or
+    // shared with an older kelaz).
+    kelaz::DefaultCommand def;
+    if (!kelaz::DefaultCommandRow(cmd, def)) return CmdData();
+    CmdData data;
+    data.strCmdName = def.name;
+    data.bJigDrawBlock = def.jigDrawBlock;
+    data.bCheckAttribute = def.checkAttribute;
+    data.bUpdateUi = def.updateUi;
+    data.strBigType = def.bigType;
+    data.strSmallTypes = def.smallTypes;
+    data.strRefreshPath = def.refreshPath;
+    CStringArray extra;
+    CGlobl_Fun::StrToStrAry(def.extra, extra, kExtraSeparator);
+    for (const CString& item : extra) data.vecExtra.push_back(item);
+    data.strDescription = def.description;
+    return data;
 }
 
 bool CCmdDataReader::GetAllCmdData(std::vector<CmdData>& commands) const {

@@ -3,6 +3,8 @@
 #include <tuple>
 
 #include "suite/data/Att.h"
+#include "suite/data/CurrentProject.h"
+#include "suite/data/ProjectDb.h"
 #include "suite/data/SysCode.h"
 #include "suite/tools/CmdDataReader.h"
 #include "suite/tools/Globl_Fun.h"
@@ -38,6 +40,26 @@ TEST_F(CommandTable, KnownAndUnknownCommands) {
     for (const wchar_t* needed :
          {L"ATT", L"SYS", L"FLOOR", L"SPEC", L"MPIPE", L"SOFTPIPE", L"FLANGETABLE", L"LAMP"})
         EXPECT_FALSE(CCmdDataReader::Instance()->GetCmdData(needed).strCmdName.IsEmpty()) << needed;
+
+    // A project made before a command existed lacks its row: the default row stands in, and
+    // the project's own rows still win.
+    {
+        kelaz::SqliteDb& db = kelaz::CurrentProject()->Db();
+        kelaz::SqliteTransaction tx(db);
+        ASSERT_TRUE(
+            db.Exec("DELETE FROM command WHERE name IN ('RISER', 'SPLITRISER'); UPDATE "
+                    "command SET big_type = '给排水管' WHERE name = 'PIPE'"));
+        ASSERT_TRUE(tx.Commit());
+    }
+    const CmdData riser = CCmdDataReader::Instance()->GetCmdData(L"riser");
+    EXPECT_EQ(riser.strCmdName, L"RISER");
+    EXPECT_TRUE(riser.bCheckAttribute && riser.bUpdateUi);
+    EXPECT_EQ(riser.strBigType, L"管道");
+    EXPECT_EQ(CCmdDataReader::Instance()->GetCmdData(L"SPLITRISER").strCmdName, L"SPLITRISER");
+    EXPECT_EQ(CCmdDataReader::Instance()->GetCmdData(L"PIPE").strBigType, L"给排水管");
+    std::vector<CmdData> listed;
+    ASSERT_TRUE(CCmdDataReader::Instance()->GetAllCmdData(listed));
+    for (const CmdData& c : listed) EXPECT_NE(c.strCmdName, L"RISER");
 
     KelAzDataMng::CloseProject();
     EXPECT_TRUE(CCmdDataReader::Instance()->GetCmdData(L"PLACE").strCmdName.IsEmpty());
