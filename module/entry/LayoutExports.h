@@ -16,6 +16,8 @@
 #include "module/layout/DisposeOnCurve.h"
 #include "module/layout/DisposeOnSector.h"
 #include "module/multipipe/MultiLine.h"
+#include "module/multipipe/MultiPipeRow.h"
+#include "module/pipes/VerPipeInf.h"
 #include "module/queries/DealLineEntity.h"
 #include "module/queries/DealPunEntity.h"
 #include "module/queries/HighLightVector.h"
