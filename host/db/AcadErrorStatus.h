@@ -93,6 +93,7 @@ namespace Acad {
     X(eNotInDatabase, 123)           \
     X(eNotCurrentDatabase, 124)      \
     X(eIsAnEntity, 125)              \
+    X(eUserBreak, 180)               \
     X(eOutOfRange, 401)              \
     X(eMakeMeProxy, 402)             \
     X(eBadDwgHeader, 403)            \

@@ -16,6 +16,11 @@ static_assert(std::is_class_v<CSetEntType> && std::is_class_v<CInitCmd> &&
               std::is_class_v<CKeyWordDlg> && std::is_class_v<CManageUndo>);
 static_assert(std::is_class_v<CPickLevel> && std::is_class_v<CLevelDlg> &&
               std::is_class_v<CMultiLine>);
+static_assert(std::is_default_constructible_v<CDrawSoftPipe> &&
+              std::is_copy_constructible_v<CDrawSoftPipe> &&
+              std::has_virtual_destructor_v<CDrawSoftPipe>);
+static_assert(
+    std::is_same_v<decltype(&CDrawSoftPipe::Draw), Acad::ErrorStatus (CDrawSoftPipe::*)()>);
 static_assert(
     std::is_same_v<decltype(&acrxEntryPoint), AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*)>);
 static_assert(std::is_same_v<decltype(&kelaz::CurrentLevel), double& (*)()>);
