@@ -81,13 +81,16 @@ bool AskLength(const CString& prompt, double& value) {
     });
 }
 
-bool AskLevel(const CString& key, double& level) {
+bool AskLevel(const CString& key, double& level) { return AskLevel(key, level, L"标高"); }
+
+bool AskLevel(const CString& key, double& level, const CString& what) {
     auto history = KelAzDataMng::CKelAzProjCookie::Instance()->GetLevelHeightObj();
     CStringArray recent = history->GetLevelHeight(key);
     const CString offered = recent.IsEmpty() ? CString(kDefaultLevel) : recent[0];
     for (;;) {
         CString text;
-        if (!AskText(FormatText(L"\n输入标高(数值或楼层形式，如3F+500)<%s>:", offered.GetString()),
+        if (!AskText(FormatText(L"\n输入%s(数值或楼层形式，如3F+500)<%s>:", what.GetString(),
+                                offered.GetString()),
                      text))
             return false;
         if (text.IsEmpty()) text = offered;

@@ -24,5 +24,7 @@ bool AskLength(const CString& prompt, double& value);
 // An elevation, absolute (2800) or floor-relative (3F+500), offered the last one typed under
 // key (a typical ceiling the first time); the history under key is brought up to date.
 bool AskLevel(const CString& key, double& level);
+// The same, the prompt naming which elevation is asked ("起点标高": "\n输入起点标高(...)<...>:").
+bool AskLevel(const CString& key, double& level, const CString& what);
 
 }  // namespace kelaz

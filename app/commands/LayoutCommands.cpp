@@ -7,6 +7,7 @@
 #include "app/commands/ConnectedCommand.h"
 #include "app/commands/CurveLayoutCommands.h"
 #include "app/commands/LayoutPlacement.h"
+#include "app/commands/PipeCommands.h"
 #include "app/commands/SoftPipeCommand.h"
 #include "app/shell/Session.h"
 #include "host/ed/EditorInput.h"
@@ -330,6 +331,7 @@ void RegisterLayoutCommands() {
     RegisterCurveLayoutCommands(kGroup);
     RegisterConnectedCommand(kGroup);
     RegisterSoftPipeCommand(kGroup);
+    RegisterPipeCommands(kGroup);
     RegisterCommand(kGroup, L"LEVEL", L"标高对话框（输入或拾取标高）", flags, LevelCommand);
     RegisterCommand(kGroup, L"PICKHEIGHT", L"拾取对象的标高（透明命令 'PickHeight）",
                     ACRX_CMD_TRANSPARENT, PickHeightCommand);

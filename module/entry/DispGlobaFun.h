@@ -22,6 +22,7 @@
 
 class AcDbEntity;
 class AcDbPolyline;
+class KelAzDuctPrototype;
 
 class LAYOUT_API CDispGlobaFun {
 public:
@@ -167,4 +168,45 @@ public:
     // no component), appended to the two arrays.
     static bool GetInsertPoint(const AcDbObjectIdArray& ids, AcGePoint3dArray& points,
                                CStringArray& sysCodes);
+
+    // --- leads, main leads and pipes (module/pipes) ---
+    // Each creator builds one entity, sets its properties in one fixed order, appends it to
+    // model space and answers true with its id; false (nothing made, id untouched, nothing
+    // said) when a test fails. The tests run before anything is built.
+
+    // A main pipe (riser) at pt1's plan position from pt1.z to pt2.z, on the current floor.
+    // False when the elevations differ by less than 1e-6.
+    static bool AddMainPipe(AcGePoint3d pt1, AcGePoint3d pt2, CString attName, CString sysCode,
+                            AcDbObjectId& id);
+    // A main lead likewise, on its own layer when layName is not empty. False when the
+    // elevations differ by less than 0.0001 (looser than a main pipe's, on purpose).
+    static bool AddMainLead(AcGePoint3d pt1, AcGePoint3d pt2, CString attName, CString sysCode,
+                            AcDbObjectId& id, CString layName);
+    // A straight pipe, or with bMain a main pipe. False when the points are closer than 0.0001
+    // or a text is empty; with bMain true even when the main pipe was refused.
+    static bool AddLinePipe(AcGePoint3d pt1, AcGePoint3d pt2, int bMain, CString attName,
+                            CString sysCode, AcDbObjectId& id);
+    // A straight lead (laid with laying type 1 when bLaying), or with bMain a main lead (true
+    // even when refused); the reactor's graphics are flushed after a plane lead.
+    static bool AddLineLead(AcGePoint3d pt1, AcGePoint3d pt2, int bMain, CString attName,
+                            CString sysCode, AcDbObjectId& id, CString layName, bool bLaying);
+    // A lead bent in an arc of the bulge about the normal.
+    static bool AddArcLead(AcGePoint3d pt1, AcGePoint3d pt2, double bulge, AcGeVector3d normal,
+                           CString attName, CString sysCode, AcDbObjectId& id, CString layName,
+                           bool bLaying);
+    // A lead of the running command's attribute and system: straight (a main lead with bMain)
+    // when |bulge| < 1e-8, else an arc lead, never a main one.
+    static bool CreateNewLead(AcGePoint3d pt1, AcGePoint3d pt2, double bulge, AcGeVector3d normal,
+                              int bMain, AcDbObjectId& id, CString layName, bool bLaying);
+    // Moves the end of the duct (open for write) nearer to pt onto pt, the start on a tie;
+    // nothing moves when pt is within 1.0 of an end. False when the duct is not open for write.
+    static bool ExtendLine(KelAzDuctPrototype* pDuct, const AcGePoint3d& pt);
+    // The leads among ids (in their order, each once) with an end closer than 1.0 to pt.
+    static AcDbObjectIdArray GetConnectedLead(const AcGePoint3d& pt, const AcDbObjectIdArray& ids);
+    // Adds newAttName under the small category, with srcAttName's attribute rows (its section
+    // shape set round or rectangular) and the section "B,width[,H,height]"; an empty height is a
+    // round duct. With bSave the catalogue is written and the property bar reads it again.
+    // False when the category is unknown or the name cannot be added there.
+    static bool AddFGByCurFG(CString smallCategoryName, CString newAttName, CString srcAttName,
+                             CString width, CString height, bool bSave);
 };

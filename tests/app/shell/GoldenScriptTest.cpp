@@ -43,7 +43,8 @@ std::string ReadFile(const fs::path& path) {
 }
 
 // What a script's first lines name after a tag: "# options: --save arcs.kdw" (the options of
-// kelaz run), "# setup: sample plant.kdw" (a kelaz command run before, in the same folder).
+// kelaz run), "# setup: sample plant.kdw" (a kelaz command run before, in the same folder),
+// "# after: project show proj.kelaz" (a kelaz command run after, its output part of the session).
 std::string ScriptHeader(const fs::path& script, const std::string& tag) {
     std::ifstream in(script);
     std::string line;
@@ -65,7 +66,14 @@ std::string Session(const fs::path& script) {
     if (!setup.empty()) Run(cd + KELAZ_EXE + " " + setup);
     const Captured run = Run(cd + KELAZ_EXE + " run " + script.filename().string() + " " +
                              ScriptHeader(script, "# options:"));
-    std::string session = run.out + "--- exit " + std::to_string(run.status) + "\n--- files\n";
+    std::string session = run.out + "--- exit " + std::to_string(run.status) + "\n";
+    const std::string after = ScriptHeader(script, "# after:");
+    if (!after.empty()) {
+        const Captured later = Run(cd + KELAZ_EXE + " " + after);
+        session +=
+            "---" + after + "\n" + later.out + "--- exit " + std::to_string(later.status) + "\n";
+    }
+    session += "--- files\n";
     std::vector<std::string> files;
     for (const auto& entry : fs::directory_iterator(work)) {
         if (entry.path().filename() != script.filename()) {
