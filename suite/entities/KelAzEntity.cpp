@@ -66,6 +66,12 @@ CString KelAzEntity::GetSmallTypeNamePath() const {
     return m_smallTypeNamePath;
 }
 
+Acad::ErrorStatus KelAzEntity::TakeOwnLayerIfDefault() {
+    assertWriteEnabled();
+    if (CString(layer()) != L"0" || m_sysCode.IsEmpty()) return Acad::eOk;
+    return MoveToLayer(OwnLayer());
+}
+
 CString KelAzEntity::OwnLayer() const { return kelaz::LayerForComponent(m_attName, m_sysCode); }
 
 Acad::ErrorStatus KelAzEntity::MoveToLayer(const CString& layer) {

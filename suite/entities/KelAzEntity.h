@@ -42,6 +42,11 @@ public:
     Acad::ErrorStatus dxfInFields(AcDbDxfFiler* pFiler) override;
     Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* pFiler) const override;
 
+    // An entity whose system code was recorded without looking anything up (a riser made in
+    // one step) still stands on layer "0"; adding it to the drawing puts it on the layer its
+    // data asks for, as every other suite entity is. Entities on another layer keep it.
+    Acad::ErrorStatus TakeOwnLayerIfDefault();
+
 protected:
     KelAzEntity() = default;
 

@@ -5,6 +5,7 @@
 #include "host/db/Entity.h"
 #include "host/db/HostApplicationServices.h"
 #include "host/db/LayerTable.h"
+#include "suite/entities/KelAzEntity.h"
 #include "suite/tools/KELAzLayer.h"
 
 namespace kelaz {
@@ -48,6 +49,10 @@ Acad::ErrorStatus addToModelSpace(AcDbObjectId& id, AcDbEntity* entity, AcDbData
     if (!entity) return Acad::eNullEntityPointer;
     if (!db) db = acdbHostApplicationServices()->workingDatabase();
     if (!db) return Acad::eNoDatabase;
+    if (KelAzEntity* suiteEntity = KelAzEntity::cast(entity)) {
+        const Acad::ErrorStatus layered = suiteEntity->TakeOwnLayerIfDefault();
+        if (layered != Acad::eOk) return layered;
+    }
     Acad::ErrorStatus es = kelaz::EnsureLayer(db, entity->layer());
     if (es != Acad::eOk) return es;
 
