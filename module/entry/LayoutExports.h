@@ -17,6 +17,7 @@
 #include "module/layout/DisposeOnSector.h"
 #include "module/multipipe/MultiLine.h"
 #include "module/multipipe/MultiPipeRow.h"
+#include "module/pipes/PerforateVPipe.h"
 #include "module/pipes/VerPipeInf.h"
 #include "module/queries/DealLineEntity.h"
 #include "module/queries/DealPunEntity.h"

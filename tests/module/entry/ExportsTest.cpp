@@ -16,6 +16,13 @@ static_assert(std::is_class_v<CSetEntType> && std::is_class_v<CInitCmd> &&
               std::is_class_v<CKeyWordDlg> && std::is_class_v<CManageUndo>);
 static_assert(std::is_class_v<CPickLevel> && std::is_class_v<CLevelDlg> &&
               std::is_class_v<CMultiLine>);
+static_assert(std::is_class_v<CVerPipeLists> && std::is_class_v<CVerPipeInf>);
+static_assert(std::is_same_v<decltype(&PerforateVPipe), bool (*)(const AcDbObjectIdArray&, bool)>);
+static_assert(std::is_same_v<decltype(&CutVerPipe),
+                             CVerPipeInfList (*)(const CVerPipeInf&,
+                                                 const std::vector<KelAzStorey>&, double)>);
+static_assert(std::is_same_v<decltype(&PlannedPiecesOf), CVerPipeInfList (*)(const AcDbObjectId&)>);
+static_assert(std::is_same_v<decltype(&PlannedChange), EVerPipeChange (*)(const CVerPipeInf&)>);
 static_assert(
     std::is_same_v<decltype(&acrxEntryPoint), AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*)>);
 static_assert(std::is_same_v<decltype(&kelaz::CurrentLevel), double& (*)()>);
