@@ -7,6 +7,7 @@
 #include "app/commands/ConnectedCommand.h"
 #include "app/commands/CurveLayoutCommands.h"
 #include "app/commands/LayoutPlacement.h"
+#include "app/commands/SplitRiserCommand.h"
 #include "app/shell/Session.h"
 #include "host/ed/EditorInput.h"
 #include "module/commands/InitCmd.h"
@@ -328,6 +329,7 @@ void RegisterLayoutCommands() {
                     RectLayoutCommand);
     RegisterCurveLayoutCommands(kGroup);
     RegisterConnectedCommand(kGroup);
+    RegisterSplitRiserCommand(kGroup);
     RegisterCommand(kGroup, L"LEVEL", L"标高对话框（输入或拾取标高）", flags, LevelCommand);
     RegisterCommand(kGroup, L"PICKHEIGHT", L"拾取对象的标高（透明命令 'PickHeight）",
                     ACRX_CMD_TRANSPARENT, PickHeightCommand);

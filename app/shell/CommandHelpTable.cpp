@@ -54,6 +54,11 @@ const std::vector<CommandHelpRow>& CommandHelpTable() {
          L"指定内圆弧上的一点<圆心>:\n输入圈数<3>:\n输入外圈个数<5>:\n输入每圈递减个数<1>:\n"
          L"输入标高(数值或楼层形式，如3F+500)<上次的标高>:",
          L"SECTORLAYOUT 3000,0 2121.32,2121.32 0,3000 1000,0 3 5 1 3000"},
+        {L"SPLITRISER",
+         L"选择要按楼层拆分的立管:\n选择对象 [窗口(W)/窗交(C)]:（点选；W、C "
+         L"各要两个角点；回车结束选择）\n"
+         L"按上表拆分立管吗？[是(Y)/否(N)]<否>:",
+         L"SPLITRISER W 0,0 1200,800\n(回车)\nY"},
         {L"CONNECTED", L"指定查询点<回车结束>:（可连续查询）", L"CONNECTED 3000,3700\n(回车)"},
         {L"LEVEL",
          L"[标高] 对话框: set 232 标高, check 207 0/1, click 204 拾取对象的标高, ok 或 cancel",
