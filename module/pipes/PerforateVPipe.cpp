@@ -198,14 +198,19 @@ bool PerforateVPipe(const AcDbObjectIdArray& ids, bool bApply) {
     if (!Plan(ids)) return false;
     if (!bApply) return true;
 
-    // Every piece is made in memory first, so that a piece that cannot be made changes nothing.
+    // Every piece is made in memory (and every new name checked) first, so that a piece that
+    // cannot be made changes nothing.
     struct Split {
         boost::shared_ptr<CVerPipeInf> riser;
         std::vector<std::unique_ptr<AcDbEntity>> pieces;
     };
     std::vector<Split> splits;
     for (const auto& riser : CVerPipeLists::Risers()) {
-        if (PlannedChange(*riser) != EVerPipeChange::kSplit) continue;
+        const EVerPipeChange change = PlannedChange(*riser);
+        if (change == EVerPipeChange::kRename &&
+            PlannedPiecesOf(riser->id).front()->strFloor.GetLength() > kelaz::kMaxFloorNameLength)
+            return false;
+        if (change != EVerPipeChange::kSplit) continue;
         Split split{riser, MakePieces(*riser)};
         if (split.pieces.empty()) return false;
         splits.push_back(std::move(split));
