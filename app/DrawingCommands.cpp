@@ -19,6 +19,7 @@ struct DrawingOptions {
     std::string drawing;
     std::string output;
     bool force = false;
+    bool risers = false;
 };
 
 // A refusal of what the command line asked for: the program's message, status 2.
@@ -67,7 +68,7 @@ int RunSample(const DrawingOptions& opt) {
     }
     InitDrawingClasses();
     AcDbDatabase db;
-    if (!BuildSampleDrawing(db)) {
+    if (!(opt.risers ? BuildRiserSampleDrawing(db) : BuildSampleDrawing(db))) {
         std::fprintf(stderr, "[kelaz] 不能建立示例图形。\n");
         return 1;
     }
@@ -94,6 +95,9 @@ void AddDrawingCommands(CLI::App& app, int& exitStatus) {
     sample->add_option("drawing", sampleOpt->drawing, "The drawing file to write (.kdw)")
         ->required();
     sample->add_flag("--force", sampleOpt->force, "Replace the file if it exists");
+    sample->add_flag("--risers", sampleOpt->risers,
+                     "Write a pipe shaft instead: risers through the storeys of the default "
+                     "project, to split by floor with SPLITRISER");
     sample->callback([sampleOpt, &exitStatus] { exitStatus = RunSample(*sampleOpt); });
 
     auto exportOpt = std::make_shared<DrawingOptions>();

@@ -9,6 +9,7 @@
 #include "app/commands/LayoutPlacement.h"
 #include "app/commands/PipeCommands.h"
 #include "app/commands/SoftPipeCommand.h"
+#include "app/commands/SplitRiserCommand.h"
 #include "app/shell/Session.h"
 #include "host/ed/EditorInput.h"
 #include "module/commands/InitCmd.h"
@@ -332,6 +333,7 @@ void RegisterLayoutCommands() {
     RegisterConnectedCommand(kGroup);
     RegisterSoftPipeCommand(kGroup);
     RegisterPipeCommands(kGroup);
+    RegisterSplitRiserCommand(kGroup);
     RegisterCommand(kGroup, L"LEVEL", L"标高对话框（输入或拾取标高）", flags, LevelCommand);
     RegisterCommand(kGroup, L"PICKHEIGHT", L"拾取对象的标高（透明命令 'PickHeight）",
                     ACRX_CMD_TRANSPARENT, PickHeightCommand);

@@ -143,4 +143,26 @@ bool BuildSampleDrawing(AcDbDatabase& db) {
     return s.Ok();
 }
 
+bool BuildRiserSampleDrawing(AcDbDatabase& db) {
+    Sample s(db);
+    EnsureLayer(&db, L"墙体", 8);
+    EnsureLayer(&db, L"J", 3);
+    EnsureLayer(&db, L"W", 6);
+    auto* shaft = new AcDbPolyline(4);
+    const AcGePoint2d corners[] = {{0, 0}, {1500, 0}, {1500, 800}, {0, 800}};
+    for (unsigned i = 0; i < 4; ++i) shaft->addVertexAt(i, corners[i]);
+    shaft->setClosed(Adesk::kTrue);
+    shaft->setLayer(L"墙体");
+    s.Add(shaft);
+    // 1F+0 to 5F+1100.
+    auto* supply = s.Suite<KelAzMainPipe>(L"给排水\\管道\\给水管\\PPR给水管", L"J");
+    supply->SetMainPipeInfo(Riser(L"1", 400, 400, 0, 17000));
+    s.Add(supply);
+    // From the roof (the top of floor 10) to -1F+500.
+    auto* stack = s.Suite<KelAzMainPipe>(L"给排水\\管道\\排水管\\PVC-U排水管", L"W");
+    stack->SetMainPipeInfo(Riser(L"10", 1100, 400, 37800, -4000));
+    s.Add(stack);
+    return s.Ok();
+}
+
 }  // namespace kelaz

@@ -16,3 +16,5 @@ AcRxClass* AcRxObject::isA() const { return AcRxObject::desc(); }
 bool AcRxObject::isKindOf(const AcRxClass* aClass) const {
     return aClass != nullptr && isA()->isDerivedFrom(aClass);
 }
+
+AcRxObject* AcRxObject::clone() const { return nullptr; }

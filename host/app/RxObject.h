@@ -16,6 +16,9 @@ public:
     virtual AcRxClass* isA() const;
     // True when this object's class is aClass or derives from it.
     bool isKindOf(const AcRxClass* aClass) const;
+    // A new object of the same class holding the same data, owned by the caller; null for a
+    // class that does not know how to copy itself (this base).
+    virtual AcRxObject* clone() const;
 
 protected:
     AcRxObject() = default;

@@ -5,6 +5,7 @@
 #include "host/db/DatabaseImpl.h"
 #include "host/db/DwgFiler.h"
 #include "host/db/DxfFiler.h"
+#include "host/db/MemoryDwgFiler.h"
 #include "host/db/Stub.h"
 
 ACRX_NO_CONS_DEFINE_MEMBERS(AcDbObject, AcRxObject)
@@ -92,6 +93,23 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
 Acad::ErrorStatus AcDbObject::downgradeOpen() {
     if (m_stub == nullptr || m_stub->database == nullptr) return Acad::eNotInDatabase;
     return kelaz::DatabaseImpl::of(m_stub->database).downgradeOpen(this);
+}
+
+AcRxObject* AcDbObject::clone() const {
+    assertReadEnabled();
+    AcDbObject* copy = AcDbObject::cast(isA()->create());
+    if (copy == nullptr) return nullptr;
+    kelaz::MemoryDwgFiler out(AcDb::kCopyFiler, database());
+    if (dwgOutFields(&out) != Acad::eOk) {
+        delete copy;
+        return nullptr;
+    }
+    kelaz::MemoryDwgFiler in(out.takeBytes(), AcDb::kCopyFiler, database());
+    if (copy->dwgInFields(&in) != Acad::eOk) {
+        delete copy;
+        return nullptr;
+    }
+    return copy;
 }
 
 Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* pFiler) {

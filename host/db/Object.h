@@ -63,6 +63,11 @@ public:
     // From write to read; the write is closed as by close().
     Acad::ErrorStatus downgradeOpen();
 
+    // A copy through a copy filer: a new object of the same class with every filed field, in no
+    // database (no id, no owner). The object must be open for read. Null when the class has no
+    // constructor or the fields do not read back.
+    AcRxObject* clone() const override;
+
     // Filing: write the fields in a fixed order, read them back in the same order; answer the
     // filer's status. Subclasses call their parent's version first.
     virtual Acad::ErrorStatus dwgInFields(AcDbDwgFiler* pFiler);

@@ -18,6 +18,7 @@
 #include "module/multipipe/MultiLine.h"
 #include "module/multipipe/MultiPipeRow.h"
 #include "module/pipes/DrawSoftPipe.h"
+#include "module/pipes/PerforateVPipe.h"
 #include "module/pipes/VerPipeInf.h"
 #include "module/queries/DealLineEntity.h"
 #include "module/queries/DealPunEntity.h"

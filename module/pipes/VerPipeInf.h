@@ -18,7 +18,8 @@ struct CVerPipeInf {
     CString strFloor;   // floor name of the piece; the riser's own floor name for a riser
     double dBottom = 0.0;
     double dTop = 0.0;
-    double dX = 0.0;  // plan position
+    bool bDownward = false;  // drawn from its top to its bottom
+    double dX = 0.0;         // plan position
     double dY = 0.0;
 };
 

@@ -107,6 +107,25 @@ TEST(EntityFiling, EveryStandardEntityRoundTripsThroughBothFilers) {
     EXPECT_EQ(back.color().colorIndex(), 1);
 }
 
+// A clone of a resident entity is a free copy: same class and fields, no id, no owner, and the
+// original stays as it was (still open for read only).
+TEST(EntityFiling, CloneCopiesTheFieldsOfAResidentEntityIntoAFreeOne) {
+    AcDbDatabase db;
+    kelaz::test::AddLayer(db, L"PIPE-1", 2);
+    const AcDbObjectId id = kelaz::test::Append(db, SomeLine().release());
+    const auto bytes = Filed(id);
+    kelaz::test::Opened<AcDbLine> line(id, AcDb::kForRead);
+    std::unique_ptr<AcRxObject> copy(line->clone());
+    ASSERT_NE(copy, nullptr);
+    const AcDbLine* copied = AcDbLine::cast(copy.get());
+    ASSERT_NE(copied, nullptr);
+    EXPECT_EQ(Filed(*copied), bytes);
+    EXPECT_TRUE(copied->objectId().isNull());
+    EXPECT_EQ(copied->database(), nullptr);
+    EXPECT_TRUE(copied->ownerId().isNull());
+    EXPECT_FALSE(line->isWriteEnabled());
+}
+
 TEST(EntityFiling, BadRecordsAreRefusedAndLeaveTheEntityAsItWas) {
     const auto arc = SomeArc();
     const auto original = Filed(*arc);

@@ -21,6 +21,13 @@ static_assert(std::is_default_constructible_v<CDrawSoftPipe> &&
               std::has_virtual_destructor_v<CDrawSoftPipe>);
 static_assert(
     std::is_same_v<decltype(&CDrawSoftPipe::Draw), Acad::ErrorStatus (CDrawSoftPipe::*)()>);
+static_assert(std::is_class_v<CVerPipeLists> && std::is_class_v<CVerPipeInf>);
+static_assert(std::is_same_v<decltype(&PerforateVPipe), bool (*)(const AcDbObjectIdArray&, bool)>);
+static_assert(std::is_same_v<decltype(&CutVerPipe),
+                             CVerPipeInfList (*)(const CVerPipeInf&,
+                                                 const std::vector<KelAzStorey>&, double)>);
+static_assert(std::is_same_v<decltype(&PlannedPiecesOf), CVerPipeInfList (*)(const AcDbObjectId&)>);
+static_assert(std::is_same_v<decltype(&PlannedChange), EVerPipeChange (*)(const CVerPipeInf&)>);
 static_assert(
     std::is_same_v<decltype(&acrxEntryPoint), AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*)>);
 static_assert(std::is_same_v<decltype(&kelaz::CurrentLevel), double& (*)()>);
