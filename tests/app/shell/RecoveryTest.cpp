@@ -519,18 +519,4 @@ TEST(Recovery, AnOpenIsReplayedAsTheSessionMetItWhateverTheFilesSayNow) {
     const auto recovered = RunKelaz("recover " + Q(plan) + " --save " + Q(dir / "r.kdw"));
     ASSERT_EQ(recovered.status, 0) << recovered.out;
     EXPECT_EQ(Dump(dir / "r.kdw"), Dump(dir / "ref.kdw"));
-
-    // Killed while OPEN asks about the changes: the drawing left comes back with them.
-    const fs::path asked = dir / "asked.kdw";
-    fs::copy_file(base, asked);
-    KillWhileWaiting(dir, asked, arc + openMissing, 5);
-    const auto back = RunKelaz("recover " + Q(asked) + " --save " + Q(dir / "r2.kdw"));
-    ASSERT_EQ(back.status, 0) << back.out;
-    Write(dir / "ref2.kls", arc);
-    fs::copy_file(base, dir / "ref2-start.kdw");
-    ASSERT_EQ(RunKelaz("run " + Q(dir / "ref2.kls") + " --drawing " + Q(dir / "ref2-start.kdw") +
-                       " --save " + Q(dir / "ref2.kdw"))
-                  .status,
-              0);
-    EXPECT_EQ(Dump(dir / "r2.kdw"), Dump(dir / "ref2.kdw"));
 }
