@@ -100,6 +100,17 @@ const std::vector<CommandHelpRow>& CommandHelpTable() {
         {L"DUMP", L"（不提问）每个实体一行 JSON", L"DUMP"},
         {L"HELP", L"（不提问）列出命令；HELP 命令名 说明一个命令", L"HELP RECTLAYOUT"},
         {L"QUIT", L"（图形有未保存的修改时先询问）", L"QUIT"},
+        {L"OPEN",
+         L"打开图形文件[项目(P)]:\nP: 项目文件 <当前项目>: 然后 打开图形文件:\n"
+         L"（图形有未保存的修改时先询问；另一个项目的图形清除记住的多管设置行、立管拆分列表和楼层模"
+         L"型）",
+         L"OPEN plan2.kdw\nOPEN P school.kelaz school.kdw"},
+        {L"PROJECT",
+         L"项目文件 <当前项目>:（回车不换；换了项目就开始一张新图形，图形有未保存的修改时先询问）",
+         L"PROJECT school.kelaz"},
+        {L"REMEMBERED", L"（不提问）列出本项目记住的多管设置行、立管拆分列表和楼层模型",
+         L"REMEMBERED"},
+        {L"STOREYS", L"（不提问）列出楼层模型的各层和标高范围；没有楼层模型时先建立", L"STOREYS"},
     };
     return table;
 }

@@ -8,6 +8,9 @@
 // A drawing's journal lies beside it (plan.kdw.journal); a drawing without a name keeps its
 // journal in kelaz's state folder ($XDG_STATE_HOME/kelaz, else ~/.local/state/kelaz). A running
 // session holds a lock on its journal, so a journal nobody holds is one a session left behind.
+// A session that goes to another drawing (OPEN, PROJECT) removes the journal of the drawing it
+// leaves, whose work was saved or let go by the person's answer, and starts one for the drawing
+// it goes to, naming that drawing's project: a journal never spans two drawings.
 //
 // The file is UTF-8 text, one record per line, fields separated by blanks, text escaped (\\ \t
 // \n \r). The header:
@@ -30,7 +33,8 @@
 //   S SIZE CRC32 PATH  ... and succeeded: the file holds this
 //   F PATH           ... and failed
 //   K TEXT           what the session found out from the files around it (whether a file to
-//                    be replaced existed ...), so that a replay decides as the session did
+//                    be replaced existed, whether a drawing to open could be ...), so that a
+//                    replay decides as the session did
 // A record counts once its line is complete; a kill may cut off the last one.
 
 #include <cstdint>

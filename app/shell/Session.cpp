@@ -11,6 +11,7 @@
 #include "app/shell/CommandHelp.h"
 #include "app/shell/FileCommands.h"
 #include "app/shell/JournalInput.h"
+#include "app/shell/RememberedCommands.h"
 #include "host/app/DocManager.h"
 #include "host/db/Database.h"
 #include "host/ed/CommandLine.h"
@@ -19,6 +20,7 @@
 #include "host/ed/HostCommands.h"
 #include "host/ed/InputSource.h"
 #include "host/ui/MessageBox.h"
+#include "module/entry/ModuleLoad.h"
 #include "suite/data/CurrentProject.h"
 
 namespace kelaz {
@@ -51,6 +53,18 @@ void QuitCommand() {
     if (g_session != nullptr) g_session->Quit();
 }
 
+void RunOpen() {
+    if (g_session != nullptr) g_session->OpenCommand();
+}
+
+void RunProject() {
+    if (g_session != nullptr) g_session->ProjectCommand();
+}
+
+void RememberedCommand() {
+    if (g_session != nullptr) ListRemembered(g_session->ProjectShown());
+}
+
 // A drawing named to be started new: no file there yet, in a folder that is there. Anything else
 // that cannot be read (a folder, a file without permission) is refused when it is read.
 bool IsNewDrawing(const std::string& path) {
@@ -71,6 +85,8 @@ std::string AbsolutePath(const std::string& path) {
 
 Session::Session(InputSource& input, std::ostream& out) : m_input(input), m_out(out) {
     InitDrawingClasses();
+    // Before the first document, so that the module's reactors hear it.
+    m_loadedModule = LoadLayoutModule();
     SetDocumentConsole(&input, &out);
     g_session = this;
     SetFileWriter(this);
@@ -81,6 +97,13 @@ Session::Session(InputSource& input, std::ostream& out) : m_input(input), m_out(
     RegisterHelpCommand(kSessionGroup);
     RegisterCommand(kSessionGroup, L"QUIT", L"结束（图形有未保存的修改时先问）", quiet,
                     QuitCommand);
+    RegisterCommand(kSessionGroup, L"OPEN", L"打开另一张图形，可先指定它的项目", quiet, RunOpen);
+    RegisterCommand(kSessionGroup, L"PROJECT", L"换一个项目，开始一张新图形", quiet, RunProject);
+    RegisterCommand(kSessionGroup, L"REMEMBERED",
+                    L"列出本项目记住的多管设置行、立管拆分列表和楼层模型", quiet,
+                    RememberedCommand);
+    RegisterCommand(kSessionGroup, L"STOREYS", L"列出项目的楼层和标高范围（楼层模型）", quiet,
+                    ListStoreys);
     RegisterLayoutCommands();
 }
 
@@ -92,6 +115,8 @@ Session::~Session() {
     }
     acedRegCmds->removeGroup(kSessionGroup);
     UnregisterLayoutCommands();
+    // After the last document, as the host unloads a module.
+    if (m_loadedModule) UnloadLayoutModule();
     KelAzDataMng::CloseProject();
     SetDocumentConsole(nullptr, &std::cout);
     SetFileWriter(nullptr);
@@ -101,11 +126,14 @@ Session::~Session() {
 bool Session::Open(const SessionOptions& options, std::string& error) {
     m_options = options;
     m_project = options.project;
-    // The commands read project data: the named project, or the default catalogue.
+    // The commands read project data: the named project, or the default catalogue. A project is
+    // opened by its whole path, one way of writing it for each file, so that the module tells
+    // two projects apart by their paths and knows the same file named twice.
     CString projectError;
-    const bool projectOpen = m_project.empty()
-                                 ? KelAzDataMng::OpenDefaultProject()
-                                 : KelAzDataMng::OpenProject(FromUtf8(m_project), projectError);
+    const bool projectOpen =
+        m_project.empty()
+            ? KelAzDataMng::OpenDefaultProject()
+            : KelAzDataMng::OpenProject(FromUtf8(AbsolutePath(m_project)), projectError);
     if (!projectOpen) {
         error = "不能打开项目 " + m_project + "：" + ToUtf8(projectError);
         return false;
@@ -152,22 +180,27 @@ bool Session::ConfirmEnd(bool askAnyway) {
     AcDbDatabase* db = CurrentDatabase();
     Editor* editor = CurrentEditor();
     if (db == nullptr || editor == nullptr) return true;
-    int answer = IDCANCEL;
-    if (DbmodOf(*db) != 0) {
-        answer = AfxMessageBox(
-            FormatText(L"%s 有未保存的修改。yes 保存后结束，no 不保存就结束，cancel 回到命令行。",
-                       Document()->fileName()),
-            MB_YESNOCANCEL | MB_ICONQUESTION);
-    } else if (askAnyway) {
-        answer = AfxMessageBox(L"结束 kelaz 吗? ok 结束，cancel 回到命令行。",
-                               MB_OKCANCEL | MB_ICONQUESTION);
-    } else {
-        return true;
-    }
+    if (DbmodOf(*db) != 0)
+        return ConfirmLeave(L"yes 保存后结束，no 不保存就结束，cancel 回到命令行。");
+    if (!askAnyway) return true;
+    const int answer = AfxMessageBox(L"结束 kelaz 吗? ok 结束，cancel 回到命令行。",
+                                     MB_OKCANCEL | MB_ICONQUESTION);
     // No answer (Ctrl-D again, the end of a script) keeps the session: the safe side.
     if (editor->InputExhausted()) return false;
+    return answer == IDOK;
+}
+
+bool Session::ConfirmLeave(const wchar_t* choices) {
+    AcDbDatabase* db = CurrentDatabase();
+    Editor* editor = CurrentEditor();
+    if (db == nullptr || editor == nullptr || DbmodOf(*db) == 0) return true;
+    const int answer =
+        AfxMessageBox(FormatText(L"%s 有未保存的修改。%s", Document()->fileName(), choices),
+                      MB_YESNOCANCEL | MB_ICONQUESTION);
+    // No answer (Ctrl-D again, the end of a script) stays: the safe side.
+    if (editor->InputExhausted()) return false;
     if (answer == IDYES) return SaveUnderItsName(db);
-    return answer == IDNO || answer == IDOK;
+    return answer == IDNO;
 }
 
 void Session::Quit() {
@@ -204,13 +237,14 @@ void Session::Run() {
         }
         m_interruptedAtPrompt = interrupt;
         CommandLine(*editor).RunLine(line);
+        if (m_pending != nullptr) SwitchDrawing();
     }
     if (Editor* editor = CurrentEditor()) editor->FinishLine();
 }
 
 int Session::Refusals() const {
     const Editor* editor = CurrentEditor();
-    return editor != nullptr ? editor->Refusals() : 0;
+    return m_refusalsLeft + (editor != nullptr ? editor->Refusals() : 0);
 }
 
 bool Session::StoppedInCommand() const {

@@ -1,8 +1,15 @@
 #pragma once
 
-// A drafting session at kelaz's command line: one document (a new drawing, or one opened from a
-// file), the session commands (SAVE, EXPORT, DUMP, HELP, QUIT) beside the host's, and the loop
-// that reads and runs commands until the input runs out or the session ends.
+// A drafting session at kelaz's command line: one document at a time (a new drawing, or one
+// opened from a file), the session commands (SAVE, EXPORT, DUMP, HELP, QUIT, OPEN, PROJECT,
+// REMEMBERED, STOREYS) beside the host's, and the loop that reads and runs commands until the input
+// runs out or the session ends. The session loads the layout module before its first document and
+// unloads it after its last, so the module's document reactors hear every document it makes.
+//
+// OPEN goes to another drawing, of the same project or of another one; PROJECT goes to another
+// project with a new drawing. A drawing belongs to the project it was made in (its components
+// name that project's categories and system codes), so it is never carried across: the drawing
+// left is put away, asked about first as QUIT asks.
 //
 // Nothing unsaved is dropped without a question: QUIT, and at a terminal Ctrl-D or a second
 // Ctrl-C at the command prompt, ask before ending when the drawing has changes (DBMOD). And the
@@ -88,6 +95,12 @@ public:
     const std::string& ProjectPath() const { return m_project; }
     // QUIT: ends the session, asking first when the drawing has changes.
     void Quit();
+    // OPEN: another drawing file; the keyword P names its project first.
+    void OpenCommand();
+    // PROJECT: another project file, with a new drawing in it.
+    void ProjectCommand();
+    // The project as the drafter named it, or "默认项目".
+    CString ProjectShown() const;
 
 private:
     bool Save(AcDbDatabase& db, const std::string& path, std::string& error) override;
@@ -100,10 +113,32 @@ private:
     // Asks what to do with unsaved changes (or, with askAnyway, whether to end at all); true
     // when the session may end.
     bool ConfirmEnd(bool askAnyway);
+    // Asks what to do with the drawing's unsaved changes before it is left; true when it may be
+    // left (saved, or the person let the changes go), at once when there are none. choices ends
+    // the question: what yes, no and cancel do.
+    bool ConfirmLeave(const wchar_t* choices);
     void End();
 
+    // A drawing read and a project checked by OPEN or PROJECT, to be gone to at the command
+    // prompt: the document of the command that asked cannot be closed under it.
+    struct PendingSwitch {
+        std::unique_ptr<AcDbDatabase> db;  // null: a new drawing
+        std::string drawing;               // as named; empty for a new drawing
+        FileState drawingState;            // the file when it was read
+        std::string project;               // as named; empty: the project stays
+    };
+    // Whether OPEN may go to the drawing, asked once and kept in the journal: "ok", or
+    // "refused " and why. db gets the drawing read.
+    std::string OpenVerdict(const std::string& drawing, const std::string& project,
+                            std::unique_ptr<AcDbDatabase>& db, FileState& state);
+    std::string ProjectVerdict(const std::string& project);
+    void SwitchDrawing();
+    // The journal of the drawing gone to, after the one of the drawing left is removed.
+    void RestartJournal();
+
     JournalStart StartNewJournal();
-    JournalStart StartUntitledJournal();
+    // atStart: a person is told of journals of drawings without a name left behind.
+    JournalStart StartUntitledJournal(bool atStart = true);
     void ReadFromJournaledInput();
     void PreserveBase(const std::string& absolutePath);
     void Tell(const CString& text) const;
@@ -116,6 +151,9 @@ private:
     FileState m_openedState;    // the drawing's file when it was opened
     bool m_quit = false;
     bool m_interruptedAtPrompt = false;
+    std::unique_ptr<PendingSwitch> m_pending;
+    int m_refusalsLeft = 0;  // refused in the drawings the session left
+    bool m_loadedModule = false;
 
     JournalFile m_journal;
     JournalHeader m_header;

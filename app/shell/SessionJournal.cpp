@@ -157,7 +157,7 @@ Session::JournalStart Session::StartJournal(std::string& error) {
 
 // A drawing without a name: its journal goes to kelaz's state folder. A script's session is its
 // own record, so only a person is told when no journal can be kept for it.
-Session::JournalStart Session::StartUntitledJournal() {
+Session::JournalStart Session::StartUntitledJournal(bool atStart) {
     const std::string folder = UntitledJournalFolder();
     std::error_code ec;
     if (!folder.empty()) fs::create_directories(folder, ec);
@@ -167,7 +167,7 @@ Session::JournalStart Session::StartUntitledJournal() {
         }
         return JournalStart::kWithout;
     }
-    if (m_options.interactive) {
+    if (m_options.interactive && atStart) {
         const std::vector<std::string> left = LeftBehindUntitled(folder);
         if (!left.empty()) {
             CString list;

@@ -2,11 +2,13 @@
 
 #include "host/app/RxClass.h"
 #include "module/multipipe/MultiLine.h"
+#include "module/pipes/DocReactor.h"
 
 namespace kelaz {
 
 void InitLayoutClasses() {
     CMultiLine::rxInit();
+    CDocReactor::rxInit();
     acrxBuildClassHierarchy();
 }
 

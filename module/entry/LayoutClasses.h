@@ -1,7 +1,7 @@
 #pragma once
 
-// Registers the module's own entity classes (the multi-pipe preview) with the class registry,
-// so that drawings holding them can be read; calling it again does nothing.
+// Registers the module's own classes with the class registry: the multi-pipe preview entity, so
+// that drawings holding it can be read, and the document reactor. Calling it again does nothing.
 
 namespace kelaz {
 void InitLayoutClasses();

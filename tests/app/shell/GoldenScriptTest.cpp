@@ -42,16 +42,23 @@ std::string ReadFile(const fs::path& path) {
     return s.str();
 }
 
-// What a script's first lines name after a tag: "# options: --save arcs.kdw" (the options of
-// kelaz run), "# setup: sample plant.kdw" (a kelaz command run before, in the same folder),
-// "# after: project show proj.kelaz" (a kelaz command run after, its output part of the session).
-std::string ScriptHeader(const fs::path& script, const std::string& tag) {
+// What a script's first lines name after a tag, each line so tagged: "# options: --save
+// arcs.kdw" (the options of kelaz run), "# setup: sample plant.kdw" (a kelaz command run before,
+// in the same folder; several run in order), "# after: project show proj.kelaz" (a kelaz command
+// run after, its output part of the session).
+std::vector<std::string> ScriptHeaders(const fs::path& script, const std::string& tag) {
     std::ifstream in(script);
     std::string line;
+    std::vector<std::string> found;
     while (std::getline(in, line) && line.rfind("# ", 0) == 0) {
-        if (line.rfind(tag, 0) == 0) return line.substr(tag.size());
+        if (line.rfind(tag, 0) == 0) found.push_back(line.substr(tag.size()));
     }
-    return std::string();
+    return found;
+}
+
+std::string ScriptHeader(const fs::path& script, const std::string& tag) {
+    const std::vector<std::string> found = ScriptHeaders(script, tag);
+    return found.empty() ? std::string() : found.front();
 }
 
 // What a person checks after running the script: the session, the exit status, the files it
@@ -62,8 +69,9 @@ std::string Session(const fs::path& script) {
     fs::create_directories(work);
     fs::copy_file(script, work / script.filename());
     const std::string cd = "cd '" + work.string() + "' && ";
-    const std::string setup = ScriptHeader(script, "# setup:");
-    if (!setup.empty()) Run(cd + KELAZ_EXE + " " + setup);
+    for (const std::string& setup : ScriptHeaders(script, "# setup:")) {
+        Run(cd + KELAZ_EXE + " " + setup);
+    }
     const Captured run = Run(cd + KELAZ_EXE + " run " + script.filename().string() + " " +
                              ScriptHeader(script, "# options:"));
     std::string session = run.out + "--- exit " + std::to_string(run.status) + "\n";

@@ -452,3 +452,71 @@ TEST(Recovery, SavesToOtherFilesAskInTheReplayWhatTheyAskedThen) {
               0);
     EXPECT_EQ(Dump(dir / "r.kdw"), Dump(dir / "ref.kdw"));
 }
+
+TEST(Recovery, AfterOpenTheJournalOfTheDrawingGoneToRecoversItInItsProject) {
+    const fs::path dir = WorkDir("recovery-open");
+    const fs::path plan = dir / "plan.kdw";
+    const fs::path next = dir / "next.kdw";
+    const fs::path project = dir / "other.kelaz";
+    ASSERT_EQ(RunKelaz("sample " + Q(plan)).status, 0);
+    ASSERT_EQ(RunKelaz("sample " + Q(next)).status, 0);
+    ASSERT_EQ(RunKelaz("project init " + Q(project)).status, 0);
+    fs::copy_file(next, dir / "next-start.kdw");
+    const std::string there = "ARC\n0,0\n50,50\n100,0\n";
+    // The drawing left is saved on the way (yes); the work in the drawing gone to is its own.
+    const std::string here = "ARC\n0,500\n50,550\n100,500\nARC\n0,900\n50,950\n";
+    KelazProcess shell({"shell", "--drawing", plan.string()}, dir, KelazProcess::Input::kPipe);
+    ASSERT_TRUE(shell.Started());
+    shell.Write(there + "OPEN P " + project.string() + " " + next.string() + "\nyes\n" + here);
+    ASSERT_TRUE(JournalReaches(next.string() + ".journal", 7)) << shell.Output();
+    shell.Signal(SIGKILL);
+    ASSERT_TRUE(WIFSIGNALED(shell.Wait()));
+
+    // The drawing left was saved and its journal went with it.
+    EXPECT_FALSE(fs::exists(plan.string() + ".journal"));
+    const std::string saved = Dump(plan);
+    const std::string sample = Dump(dir / "next-start.kdw");
+    EXPECT_EQ(std::count(saved.begin(), saved.end(), '\n'),
+              std::count(sample.begin(), sample.end(), '\n') + 1);
+    // The journal of the drawing gone to names its project, and kelaz recover reopens it.
+    EXPECT_NE(Read(next.string() + ".journal").find("\nproject " + project.string() + "\n"),
+              std::string::npos);
+    const auto recovered = RunKelaz("recover " + Q(next) + " --save " + Q(dir / "r.kdw"));
+    ASSERT_EQ(recovered.status, 0) << recovered.out;
+    Write(dir / "ref.kls", here + "^C\n");
+    const auto ref =
+        RunKelaz("run " + Q(dir / "ref.kls") + " --drawing " + Q(dir / "next-start.kdw") +
+                 " --project " + Q(project) + " --save " + Q(dir / "ref.kdw"));
+    ASSERT_EQ(ref.status, 0) << ref.out;
+    EXPECT_EQ(Dump(dir / "r.kdw"), Dump(dir / "ref.kdw"));
+    // A session on the drawing without its project is told where to recover it.
+    Write(dir / "s.kls", "DUMP\n");
+    const auto elsewhere = RunKelaz("run " + Q(dir / "s.kls") + " --drawing " + Q(next));
+    EXPECT_EQ(elsewhere.status, 2) << elsewhere.out;
+    EXPECT_NE(elsewhere.out.find("kelaz recover"), std::string::npos) << elsewhere.out;
+}
+
+TEST(Recovery, AnOpenIsReplayedAsTheSessionMetItWhateverTheFilesSayNow) {
+    const fs::path dir = WorkDir("recovery-open-replay");
+    const fs::path base = dir / "base.kdw";
+    ASSERT_EQ(RunKelaz("sample " + Q(base)).status, 0);
+    const std::string arc = "ARC\n0,0\n50,50\n100,0\n";
+    const std::string after = "ARC\n0,500\n50,550\n100,500\nARC\n0,900\n50,950\n";
+    // Named in full: the replay runs in another folder.
+    const std::string openMissing = "OPEN " + (dir / "missing.kdw").string() + "\n";
+
+    // Refused: missing.kdw was not there. It is there when the replay comes; the replay must
+    // still refuse it, or the lines after would answer a question the session never asked.
+    const fs::path plan = dir / "plan.kdw";
+    fs::copy_file(base, plan);
+    fs::copy_file(base, dir / "ref-start.kdw");
+    KillWhileWaiting(dir, plan, arc + openMissing + after, 12);
+    Write(dir / "ref.kls", arc + openMissing + after + "^C\n");
+    const auto ref = RunKelaz("run " + Q(dir / "ref.kls") + " --drawing " +
+                              Q(dir / "ref-start.kdw") + " --save " + Q(dir / "ref.kdw"));
+    ASSERT_EQ(ref.status, 1) << ref.out;  // the refused OPEN counts
+    fs::copy_file(base, dir / "missing.kdw");
+    const auto recovered = RunKelaz("recover " + Q(plan) + " --save " + Q(dir / "r.kdw"));
+    ASSERT_EQ(recovered.status, 0) << recovered.out;
+    EXPECT_EQ(Dump(dir / "r.kdw"), Dump(dir / "ref.kdw"));
+}

@@ -34,3 +34,10 @@ static_assert(std::is_same_v<decltype(&kelaz::CurrentLevel), double& (*)()>);
 static_assert(std::is_same_v<decltype(&kelaz::InitLayoutClasses), void (*)()>);
 static_assert(
     std::is_same_v<KelAzTrackFun, void (*)(const AcGePoint3d&, const AcGePoint3d&, double)>);
+static_assert(std::is_class_v<CDocReactor> && std::is_class_v<AsdkDataManager<CDocData>> &&
+              std::is_same_v<CDocDataManager, AsdkDataManager<CDocData>>);
+static_assert(std::is_class_v<MultiPipeRow> && std::is_class_v<CMultiPipeRowStore> &&
+              std::is_class_v<CVerPipeInf> && std::is_class_v<CVerPipeLists>);
+static_assert(std::is_same_v<decltype(&kelaz::LoadLayoutModule), bool (*)()> &&
+              std::is_same_v<decltype(&kelaz::UnloadLayoutModule), bool (*)()> &&
+              std::is_same_v<decltype(&kelaz::LoadedDocReactor), CDocReactor* (*)()>);
