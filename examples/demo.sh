@@ -3,7 +3,8 @@
 # and exported as DXF, PNG, SVG and PDF, and a drafting session scripted at kelaz's command line
 # (examples/drafting.kls) on that drawing: arcs drawn, erased and undone, ceiling lamps laid out
 # in rows, along an arc and on rings and placed at a picked elevation in the default project,
-# and the lines that meet at a point listed. Files go to out/demo/.
+# the lines that meet at a point listed, then leads with an arc, a main lead, a water riser split
+# at each floor, a pipe and soft ducts with arcs. Files go to out/demo/.
 set -euo pipefail
 kelaz=${1:-kelaz}
 out=${2:-out/demo}
@@ -41,3 +42,6 @@ echo "== A scripted drafting session on the plant room: arcs, then lamps on floo
     --png "$out/plant-room-drafted.png"
 echo "== The arcs and lamps the session left in the drawing =="
 "$kelaz" dump "$out/plant-room-drafted.kdw" | grep -E '"class":"AcDbArc"|吸顶灯'
+echo "== and the leads, risers, pipes and soft ducts it drew (those of the sample have handles below 20) =="
+"$kelaz" dump "$out/plant-room-drafted.kdw" |
+    grep -E '"class":"KelAz(Lead|MainLead|MainPipe|Pipe|SoftLine)"' | grep -vE '"handle":"1?[0-9A-F]"'
