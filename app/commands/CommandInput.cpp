@@ -1,7 +1,9 @@
 #include "app/commands/CommandInput.h"
 
+#include "host/db/OpenObject.h"
 #include "host/ed/Editor.h"
 #include "host/ed/EditorInput.h"
+#include "host/ed/EntitySelection.h"
 #include "module/entry/DispGlobaFun.h"
 #include "module/entry/DispUtils.h"
 #include "suite/data/ProjCookie.h"
@@ -102,6 +104,28 @@ bool AskLevel(const CString& key, double& level, const CString& what) {
         }
         history->SetLevelHeight(key, updated);
         return true;
+    }
+}
+
+bool PickEntity(const CString& prompt, const std::function<bool(const AcDbObjectId&)>& accepts,
+                const CString& refusal, AcDbObjectId& id, AcGePoint3d& picked) {
+    for (;;) {
+        ads_name name = {0, 0};
+        ads_point at = {0, 0, 0};
+        const int rc = acedEntSel(prompt.GetString(), name, at);
+        if (rc == RTERROR) {
+            resbuf why{};
+            // A missed pick is asked again (the host has said so); Enter ends the command.
+            if (acedGetVar(L"ERRNO", &why) == RTNORM && why.resval.rint == kErrNoPickMissed)
+                continue;
+            return false;
+        }
+        if (rc != RTNORM || acdbGetObjectId(id, name) != Acad::eOk) return false;
+        if (accepts(id)) {
+            picked.set(at[0], at[1], at[2]);
+            return true;
+        }
+        TellRefused(refusal);
     }
 }
 

@@ -4,6 +4,10 @@
 // the module's strict number rules (a wrong number is named and asked again), and elevations in
 // either form with the last ones typed offered first.
 
+#include <functional>
+
+#include "host/db/ObjectId.h"
+#include "host/ge/Point3d.h"
 #include "host/text/CString.h"
 
 namespace kelaz {
@@ -26,5 +30,11 @@ bool AskLength(const CString& prompt, double& value);
 bool AskLevel(const CString& key, double& level);
 // The same, the prompt naming which elevation is asked ("起点标高": "\n输入起点标高(...)<...>:").
 bool AskLevel(const CString& key, double& level, const CString& what);
+
+// Picks an entity until one that accepts takes: a missed pick is asked again, a pick that
+// accepts refuses is told with refusal and asked again. The picked point in picked. False on
+// Enter or a cancel.
+bool PickEntity(const CString& prompt, const std::function<bool(const AcDbObjectId&)>& accepts,
+                const CString& refusal, AcDbObjectId& id, AcGePoint3d& picked);
 
 }  // namespace kelaz

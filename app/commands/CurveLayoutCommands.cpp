@@ -42,21 +42,11 @@ CurveKind KindOf(const AcDbObjectId& id) {
 
 // The arc, polyline or lead to lay out on; false when the drafter ends or cancels.
 bool PickCurve(AcDbObjectId& id) {
-    for (;;) {
-        ads_name name = {0, 0};
-        ads_point at = {0, 0, 0};
-        const int rc = acedEntSel(L"\n选择圆弧、多义线或引线:", name, at);
-        if (rc == RTERROR) {
-            resbuf why{};
-            // A missed pick is asked again (the host has said so); Enter ends the command.
-            if (acedGetVar(L"ERRNO", &why) == RTNORM && why.resval.rint == kErrNoPickMissed)
-                continue;
-            return false;
-        }
-        if (rc != RTNORM || acdbGetObjectId(id, name) != Acad::eOk) return false;
-        if (KindOf(id) != CurveKind::kNone) return true;
-        TellRefused(L"\n所选对象不是圆弧、多义线或引线，请重新选择。");
-    }
+    AcGePoint3d picked;
+    return PickEntity(
+        L"\n选择圆弧、多义线或引线:",
+        [](const AcDbObjectId& candidate) { return KindOf(candidate) != CurveKind::kNone; },
+        L"\n所选对象不是圆弧、多义线或引线，请重新选择。", id, picked);
 }
 
 // Why the arc layout placed nothing where the module itself said nothing: the drafter has

@@ -229,30 +229,15 @@ void MainPipeCommand() { VerticalCommand({L"MAINPIPE", L"立管", L"RISER", fals
 
 // The duct under a pick; false when the drafter ends or cancels.
 bool PickDuct(AcDbObjectId& id, AcGePoint3d& picked) {
-    for (;;) {
-        ads_name name = {0, 0};
-        ads_point at = {0, 0, 0};
-        const int rc = acedEntSel(L"\n选择风管<回车结束>:", name, at);
-        if (rc == RTERROR) {
-            resbuf why{};
-            // A missed pick is asked again (the host has said so); Enter ends the command.
-            if (acedGetVar(L"ERRNO", &why) == RTNORM && why.resval.rint == kErrNoPickMissed)
-                continue;
-            return false;
-        }
-        if (rc != RTNORM || acdbGetObjectId(id, name) != Acad::eOk) return false;
+    const auto isDuct = [](const AcDbObjectId& candidate) {
         AcDbEntity* entity = nullptr;
-        bool duct = false;
-        if (acdbOpenAcDbEntity(entity, id, AcDb::kForRead) == Acad::eOk) {
-            duct = KelAzDuctPrototype::cast(entity) != nullptr;
-            entity->close();
-        }
-        if (duct) {
-            picked.set(at[0], at[1], at[2]);
-            return true;
-        }
-        TellRefused(L"\n所选对象不是风管，请重新选择。");
-    }
+        if (acdbOpenAcDbEntity(entity, candidate, AcDb::kForRead) != Acad::eOk) return false;
+        const bool duct = KelAzDuctPrototype::cast(entity) != nullptr;
+        entity->close();
+        return duct;
+    };
+    return PickEntity(L"\n选择风管<回车结束>:", isDuct, L"\n所选对象不是风管，请重新选择。", id,
+                      picked);
 }
 
 void ExtendCommand() {
