@@ -81,8 +81,8 @@ bool JournalReaches(const fs::path& journal, int n) {
 }
 
 // A long session of the host's and the layout commands: arcs, polylines with arc segments,
-// erasing by window, U, marks and UNDO B, rows of lamps and lamps along arcs, a cancelled
-// command, and a save over the drawing halfway.
+// erasing by window, U, marks and UNDO B, rows of lamps and lamps along arcs, leads, soft ducts,
+// risers split at the floors, a cancelled command, and a save over the drawing halfway.
 std::vector<std::string> LongSession(int blocks) {
     std::vector<std::string> s = {"SPEC", "电气", "ATT", "吸顶灯"};
     auto pt = [](double x, double y) {
@@ -110,6 +110,22 @@ std::vector<std::string> LongSession(int blocks) {
         if (i % 5 == 2) s.push_back("U");
         if (i % 6 == 5) s.insert(s.end(), {"UNDO", "B"});
         if (i % 7 == 6) s.insert(s.end(), {"ARC", pt(x, y - 300), "^C"});
+        if (i % 5 == 1) {
+            s.insert(s.end(), {"LEAD", "2800", pt(x, y + 1800), pt(x + 800, y + 1800), "A",
+                               pt(x + 900, y + 1700), pt(x + 800, y + 1600), "U",
+                               pt(x + 800, y + 1500), ""});
+        }
+        // Soft ducts draw their arcs through the host's ARC inside the command.
+        if (i % 7 == 2) {
+            s.insert(s.end(), {"SPEC", "暖通", "SOFTPIPE", pt(x + 1200, y), pt(x + 1200, y + 400),
+                               "A", pt(x + 1400, y + 600), pt(x + 1200, y + 800), "", "^C", "SPEC",
+                               "电气", "ATT", "吸顶灯"});
+        }
+        if (i % 9 == 4) {
+            s.insert(s.end(), {"SPEC", "给排水", "RISER", pt(x + 1800, y + 200), "1F+0", "5F+1000",
+                               "", "SPLITRISER", "W", pt(x + 1750, y + 150), pt(x + 1850, y + 250),
+                               "", "Y", "SPEC", "电气", "ATT", "吸顶灯"});
+        }
         if (i == blocks / 2) s.insert(s.end(), {"SAVE", ""});
     }
     return s;
