@@ -6,6 +6,7 @@
 #include "host/ed/EntitySelection.h"
 #include "module/commands/InitCmd.h"
 #include "module/pipes/PerforateVPipe.h"
+#include "module/queries/KelAzSelectFun.h"
 #include "suite/model/BimModel.h"
 #include "suite/tools/KelMessageBox.h"
 
@@ -17,23 +18,6 @@ constexpr size_t kKeywordSize = 32;
 
 // Elevations as the drafter typed them: whole millimetres without a point, fractions kept.
 CString Elevation(double z) { return FormatText(L"%.10g", z == 0.0 ? 0.0 : z); }
-
-// The objects the drafter selects; false when he selects nothing or cancels.
-bool SelectObjects(AcDbObjectIdArray& ids) {
-    acutPrintf(L"\n选择要按楼层拆分的立管:");
-    ads_name set = {0, 0};
-    if (acedSSGet(nullptr, nullptr, nullptr, nullptr, set) != RTNORM) return false;
-    Adesk::Int32 length = 0;
-    acedSSLength(set, &length);
-    for (Adesk::Int32 i = 0; i < length; ++i) {
-        ads_name name = {0, 0};
-        AcDbObjectId id;
-        if (acedSSName(set, i, name) == RTNORM && acdbGetObjectId(id, name) == Acad::eOk)
-            ids.append(id);
-    }
-    acedSSFree(set);
-    return !ids.isEmpty();
-}
 
 CString ChangeNote(const CVerPipeInf& riser, EVerPipeChange change) {
     CString note = riser.bDownward ? L"向下绘制，" : L"";
@@ -91,7 +75,8 @@ void SplitRiserCommand() {
         return;
     }
     AcDbObjectIdArray ids;
-    if (!SelectObjects(ids)) return;
+    // Everything selected: what is not a riser is counted and told, not silently dropped.
+    if (!CKelAzSelectFun::SelectEntity(ids, L"AcDbEntity", L"\n选择要按楼层拆分的立管:")) return;
     const bool found = PerforateVPipe(ids, false);
     const int others = ids.length() - static_cast<int>(CVerPipeLists::Risers().size());
     if (others > 0) acutPrintf(L"\n%d 个对象不是立管，已忽略。", others);

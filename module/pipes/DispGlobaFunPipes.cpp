@@ -81,6 +81,32 @@ void Append(AcDbObjectId& id, AcDbEntity* entity) {
     if (addToModelSpace(id, entity) != Acad::eOk) delete entity;
 }
 
+// What every plane creator asks of its input before anything is made.
+bool IsPlaneInput(const AcGePoint3d& pt1, const AcGePoint3d& pt2, const CString& attName,
+                  const CString& sysCode) {
+    return pt1.distanceTo(pt2) >= kMinPlaneLength && !attName.IsEmpty() && !sysCode.IsEmpty();
+}
+
+// A plane lead up to its geometry: classification, layer, then both ends.
+KelAzLead* StartPlaneLead(const AcGePoint3d& pt1, const AcGePoint3d& pt2, const CString& attName,
+                          const CString& sysCode, const CString& layName) {
+    auto* lead = new KelAzLead;
+    lead->SetAttName(attName);
+    lead->SetSysCode(sysCode);
+    lead->SetLayName(layName);
+    lead->setStartPoint(pt1);
+    lead->setEndPoint(pt2);
+    return lead;
+}
+
+// What follows a plane lead's geometry: the laying type when asked, the drawing, and the redraw
+// of what depends on the new lead.
+void FinishPlaneLead(KelAzLead* lead, AcDbObjectId& id, bool bLaying) {
+    if (bLaying) lead->SetLayingType(kLayingType);
+    Append(id, lead);
+    KelAzReactorHelper::FlushGraphic(CString());
+}
+
 bool IsShapeKey(const CString& key) { return key == kDuctShapeKey || key == kFlexibleShapeKey; }
 
 }  // namespace
@@ -111,8 +137,7 @@ bool CDispGlobaFun::AddMainLead(AcGePoint3d pt1, AcGePoint3d pt2, CString attNam
 
 bool CDispGlobaFun::AddLinePipe(AcGePoint3d pt1, AcGePoint3d pt2, int bMain, CString attName,
                                 CString sysCode, AcDbObjectId& id) {
-    if (pt1.distanceTo(pt2) < kMinPlaneLength || attName.IsEmpty() || sysCode.IsEmpty())
-        return false;
+    if (!IsPlaneInput(pt1, pt2, attName, sysCode)) return false;
     if (bMain != 0) {
         // True even when the main pipe was refused (equal elevations): callers that must know
         // test the elevations themselves.
@@ -130,42 +155,25 @@ bool CDispGlobaFun::AddLinePipe(AcGePoint3d pt1, AcGePoint3d pt2, int bMain, CSt
 
 bool CDispGlobaFun::AddLineLead(AcGePoint3d pt1, AcGePoint3d pt2, int bMain, CString attName,
                                 CString sysCode, AcDbObjectId& id, CString layName, bool bLaying) {
-    if (pt1.distanceTo(pt2) < kMinPlaneLength || attName.IsEmpty() || sysCode.IsEmpty())
-        return false;
+    if (!IsPlaneInput(pt1, pt2, attName, sysCode)) return false;
     if (bMain != 0) {
         // As AddLinePipe: true whatever the main lead answered; the laying flag is not passed.
         AddMainLead(pt1, pt2, attName, sysCode, id, layName);
         return true;
     }
-    auto* lead = new KelAzLead;
-    lead->SetAttName(attName);
-    lead->SetSysCode(sysCode);
-    lead->SetLayName(layName);
-    lead->setStartPoint(pt1);
-    lead->setEndPoint(pt2);
-    if (bLaying) lead->SetLayingType(kLayingType);
-    Append(id, lead);
-    KelAzReactorHelper::FlushGraphic(CString());
+    FinishPlaneLead(StartPlaneLead(pt1, pt2, attName, sysCode, layName), id, bLaying);
     return true;
 }
 
 bool CDispGlobaFun::AddArcLead(AcGePoint3d pt1, AcGePoint3d pt2, double bulge, AcGeVector3d normal,
                                CString attName, CString sysCode, AcDbObjectId& id, CString layName,
                                bool bLaying) {
-    if (pt1.distanceTo(pt2) < kMinPlaneLength || attName.IsEmpty() || sysCode.IsEmpty())
-        return false;
-    auto* lead = new KelAzLead;
-    lead->SetAttName(attName);
-    lead->SetSysCode(sysCode);
-    lead->SetLayName(layName);
-    lead->setStartPoint(pt1);
-    lead->setEndPoint(pt2);
+    if (!IsPlaneInput(pt1, pt2, attName, sysCode)) return false;
+    KelAzLead* lead = StartPlaneLead(pt1, pt2, attName, sysCode, layName);
     // After both ends and before the normal.
     lead->SetBulge(bulge);
     lead->SetNormal(normal);
-    if (bLaying) lead->SetLayingType(kLayingType);
-    Append(id, lead);
-    KelAzReactorHelper::FlushGraphic(CString());
+    FinishPlaneLead(lead, id, bLaying);
     return true;
 }
 

@@ -44,13 +44,9 @@ bool InRange(kelaz::SqliteDb& db, const CString& name, FloorRecord& record,
         db,
         "SELECT name, height, elevation, id FROM floor WHERE instr(name, '/') > 0 ORDER BY ord");
     while (st.Step()) {
-        const CString range = st.Text(0);
-        const int slash = range.Find(L'/');
         long first = 0;
         long last = 0;
-        if (!ParseFloorNumber(range.Left(slash), first) ||
-            !ParseFloorNumber(range.Mid(slash + 1), last) || n < first || n > last)
-            continue;
+        if (!kelaz::FloorRangeEnds(st.Text(0), first, last) || n < first || n > last) continue;
         record.strName = name;
         record.dHeight = st.Real(1);
         record.dElevation = st.Real(2) + static_cast<double>(n - first) * st.Real(1);
@@ -95,6 +91,12 @@ bool IFloorMng::GetSeperateFloorRecordByFloorName(const CString& floorName, Floo
 }  // namespace KelAzDataMng
 
 namespace kelaz {
+
+bool FloorRangeEnds(const CString& rowName, long& first, long& last) {
+    const int slash = rowName.Find(L'/');
+    return slash >= 0 && ParseFloorNumber(rowName.Left(slash), first) &&
+           ParseFloorNumber(rowName.Mid(slash + 1), last);
+}
 
 bool FindFloorRow(SqliteDb& db, const CString& floorName, std::int64_t& floorId) {
     FloorRecord record;

@@ -32,6 +32,8 @@ public:
 
 namespace kelaz {
 class SqliteDb;
+// The first and last floor a range row names ("3/6": 3 and 6); false for any other name.
+bool FloorRangeEnds(const CString& rowName, long& first, long& last);
 // The floor table row a floor name belongs to (its own row, the row of its comma list or of
 // its slash range); false when none.
 bool FindFloorRow(SqliteDb& db, const CString& floorName, std::int64_t& floorId);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwchar>
 #include <memory>
 
 #include "suite/data/FloorMng.h"
@@ -26,18 +25,6 @@ void AddStorey(std::vector<KelAzStorey>& storeys, const CString& name, double el
         {name, std::min(elevation, elevation + height), std::max(elevation, elevation + height)});
 }
 
-// "3/6" -> 3 and 6; false for any other form.
-bool RangeEnds(const CString& name, int& first, int& last) {
-    const int slash = name.Find(L'/');
-    if (slash <= 0) return false;
-    wchar_t* end = nullptr;
-    const CString a = name.Left(slash), b = name.Mid(slash + 1);
-    first = static_cast<int>(std::wcstol(a.GetString(), &end, 10));
-    if (*end != 0) return false;
-    last = static_cast<int>(std::wcstol(b.GetString(), &end, 10));
-    return *end == 0 && !b.IsEmpty() && first <= last;
-}
-
 }  // namespace
 
 const KelAzStorey* KelAzBimModel::StoreyAt(double elevation) const {
@@ -52,11 +39,11 @@ bool KelAzBimModel::BuildStoreys(std::vector<KelAzStorey>& storeys) {
     if (!KelAzDataMng::CProj::GetAllFloorData(rows)) return false;
     std::vector<KelAzStorey> out;
     for (const KelAzDataMng::FloorRecord& row : rows) {
-        int first = 0, last = 0;
-        if (RangeEnds(row.strName, first, last)) {
-            for (int n = first; n <= last; ++n) {
+        long first = 0, last = 0;
+        if (kelaz::FloorRangeEnds(row.strName, first, last) && first <= last) {
+            for (long n = first; n <= last; ++n) {
                 CString name;
-                name.Format(L"%d", n);
+                name.Format(L"%ld", n);
                 AddStorey(out, name, row.dElevation + (n - first) * row.dHeight, row.dHeight);
             }
         } else if (row.strName.Find(L',') >= 0) {

@@ -11,6 +11,12 @@ constexpr const char* kSelect =
     "refresh_path, extra, description FROM command";
 constexpr wchar_t kExtraSeparator = L';';
 
+std::vector<CString> ExtraItems(const CString& text) {
+    CStringArray extra;
+    CGlobl_Fun::StrToStrAry(text, extra, kExtraSeparator);
+    return std::vector<CString>(extra.begin(), extra.end());
+}
+
 CmdData Row(const kelaz::SqliteStatement& st) {
     CmdData data;
     data.strCmdName = st.Text(0);
@@ -20,9 +26,7 @@ CmdData Row(const kelaz::SqliteStatement& st) {
     data.strBigType = st.Text(4);
     data.strSmallTypes = st.Text(5);
     data.strRefreshPath = st.Text(6);
-    CStringArray extra;
-    CGlobl_Fun::StrToStrAry(st.Text(7), extra, kExtraSeparator);
-    for (const CString& item : extra) data.vecExtra.push_back(item);
+    data.vecExtra = ExtraItems(st.Text(7));
     data.strDescription = st.Text(8);
     return data;
 }
@@ -54,9 +58,7 @@ CmdData CCmdDataReader::GetCmdData(const CString& cmd) const {
     data.strBigType = def.bigType;
     data.strSmallTypes = def.smallTypes;
     data.strRefreshPath = def.refreshPath;
-    CStringArray extra;
-    CGlobl_Fun::StrToStrAry(def.extra, extra, kExtraSeparator);
-    for (const CString& item : extra) data.vecExtra.push_back(item);
+    data.vecExtra = ExtraItems(def.extra);
     data.strDescription = def.description;
     return data;
 }

@@ -15,30 +15,16 @@
 
 #include "tests/support/KelazProcess.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/WorkFiles.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using kelaz::test::KelazProcess;
+using kelaz::test::Read;
 using kelaz::test::RunKelaz;
-
-fs::path WorkDir(const std::string& name) {
-    const fs::path dir = fs::path(::testing::TempDir()) / name;
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    return dir;
-}
-
-void Write(const fs::path& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string Read(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream s;
-    s << in.rdbuf();
-    return s.str();
-}
+using kelaz::test::WorkDir;
+using kelaz::test::Write;
 
 std::string Q(const fs::path& path) { return "'" + path.string() + "'"; }
 

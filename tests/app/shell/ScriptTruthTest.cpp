@@ -12,18 +12,13 @@
 #include "host/ed/HostCommands.h"
 #include "host/ed/InputSource.h"
 #include "tests/support/RunProgram.h"
+#include "tests/support/WorkFiles.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using kelaz::test::RunKelaz;
-
-fs::path WorkDir(const std::string& name) {
-    const fs::path dir = fs::path(::testing::TempDir()) / name;
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    return dir;
-}
+using kelaz::test::WorkDir;
 
 std::string Script(const fs::path& dir, const std::string& name, const std::string& bytes) {
     const fs::path path = dir / name;

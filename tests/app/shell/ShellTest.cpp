@@ -8,27 +8,15 @@
 #include <string>
 
 #include "tests/support/RunProgram.h"
+#include "tests/support/WorkFiles.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using kelaz::test::Read;
 using kelaz::test::RunKelaz;
-
-fs::path WorkDir(const std::string& name) {
-    const fs::path dir = fs::path(::testing::TempDir()) / name;
-    fs::remove_all(dir);
-    fs::create_directories(dir);
-    return dir;
-}
-
-void Write(const fs::path& path, const std::string& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string Read(const fs::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
+using kelaz::test::WorkDir;
+using kelaz::test::Write;
 
 const char* const kSession =
     "arc\n0,0\n50,50\n100,0\n"
