@@ -1,0 +1,63 @@
+#pragma once
+
+// The multi-pipe settings: the drafter chooses, in a tree of line kinds of the electrical
+// speciality, the lines one pass lays side by side (conduits, wires, trunking, cables), one grid
+// row each, with its system code, laying mode and offsets from the traced path. OK checks the
+// rows and keeps them for the next command; Cancel keeps what was typed too, and only OK starts
+// drawing.
+
+#include "host/text/CString.h"
+#include "host/ui/Dialog.h"
+#include "module/entry/LayoutApi.h"
+#include "module/multipipe/MultiPipeRow.h"
+
+class CTreeCtrl;
+class CKELGrid1;
+
+class LAYOUT_API CMLineDlg : public CDialog {
+public:
+    enum { IDD = 210 };
+    // The placeholder the grid is created over, the grid itself and the tree of line kinds.
+    static constexpr int kGridPlaceholder = 203;
+    static constexpr int kGrid = 10001;
+    static constexpr int kTree = 211;
+    // Deletes the selected grid row.
+    static constexpr int kDeleteButton = 212;
+
+    explicit CMLineDlg(CWnd* pParent = nullptr);
+    ~CMLineDlg() override;
+
+    BOOL OnInitDialog() override;
+    // Reads and checks the rows; stays open on "请选择管线" or "管线重合请重新输入数据".
+    void OnOK() override;
+    // Keeps the rows typed so far, unchecked.
+    void OnCancel() override;
+
+    // Empties the grid's rows and adds, in order, every row of the list that belongs to the
+    // current speciality (the others stay in the list, unseen).
+    void FillGridFromRows(const MultiPipeRowList& rows);
+    // Replaces the target by copies of the working rows, stamped with the current speciality.
+    void StoreRows(MultiPipeRowList& target) const;
+    // Reads the grid's rows into the working array (offsets that are no number read as 0).
+    void ReadRowsFromGrid();
+    // The working rows, as last read from the grid.
+    const MultiPipeRowList& Rows() const { return m_rows; }
+
+    // Adds a row for line name lineName of category compType (the tree's choice).
+    void AddRow(const CString& compType, const CString& lineName);
+    // Deletes the selected row; "请先选择要删除的行" unless a whole row is selected.
+    void DeleteSelectedRow();
+
+    CKELGrid1* Grid() const { return m_grid; }
+    CTreeCtrl* Tree() const { return m_tree; }
+
+    // The process-wide default laying mode (the last of the current floor's names once the
+    // laying-mode list has been asked for), and whether that list was primed.
+    static CString& DefaultLayMode();
+    static bool& LayModePrimed();
+
+private:
+    CKELGrid1* m_grid = nullptr;  // a child control of the dialog
+    CTreeCtrl* m_tree = nullptr;
+    MultiPipeRowList m_rows;
+};
