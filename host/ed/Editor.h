@@ -90,6 +90,10 @@ public:
     // System variables of the editor.
     int CmdEcho() const { return m_cmdEcho; }
     void SetCmdEcho(int echo) { m_cmdEcho = echo; }
+    // The running object snaps (OSMODE bits: 1 end, 2 middle, 4 centre, 32 intersection ...;
+    // 16384 suspends them all).
+    int OsMode() const { return m_osMode; }
+    void SetOsMode(int mode) { m_osMode = mode; }
     const AcGePoint3d& LastPoint() const { return m_lastPoint; }
     void SetLastPoint(const AcGePoint3d& point) { m_lastPoint = point; }
     // ERRNO: why the last pick failed (kErrNoPickMissed, kErrNoNullPick), 0 when it did not.
@@ -149,6 +153,7 @@ private:
     InitGet m_initGet;
     CString m_lastKeyword;
     int m_cmdEcho = 1;
+    int m_osMode = 0;
     AcGePoint3d m_lastPoint;
     int m_errNo = 0;
     int m_refusals = 0;

@@ -256,6 +256,11 @@ int acedSetVar(const ACHAR* sym, const resbuf* val) {
         ed->SetLastPoint(AcGePoint3d(val->resval.rpoint[0], val->resval.rpoint[1], z));
         return RTNORM;
     }
+    if (name.CompareNoCase(L"OSMODE") == 0) {
+        if (val->restype != RTSHORT || val->resval.rint < 0) return RTREJ;
+        ed->SetOsMode(val->resval.rint);
+        return RTNORM;
+    }
     if (name.CompareNoCase(L"DBMOD") == 0) return RTREJ;  // read-only
     return RTERROR;
 }
@@ -272,6 +277,11 @@ int acedGetVar(const ACHAR* sym, resbuf* result) {
     if (name.CompareNoCase(L"ERRNO") == 0) {
         result->restype = RTSHORT;
         result->resval.rint = static_cast<short>(ed->ErrNo());
+        return RTNORM;
+    }
+    if (name.CompareNoCase(L"OSMODE") == 0) {
+        result->restype = RTSHORT;
+        result->resval.rint = static_cast<short>(ed->OsMode());
         return RTNORM;
     }
     if (name.CompareNoCase(L"DBMOD") == 0) {

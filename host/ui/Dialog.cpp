@@ -74,6 +74,11 @@ BOOL CWnd::PreTranslateMessage(MSG* /*msg*/) { return FALSE; }
 
 LRESULT CWnd::WindowProc(UINT /*message*/, WPARAM /*wParam*/, LPARAM /*lParam*/) { return 0; }
 
+bool CWnd::TakeAction(const kelaz::DialogAction& action, CString& why) {
+    why = kelaz::FormatText(L"控件 %d 不接受这个操作。", action.control);
+    return false;
+}
+
 int CComboBox::AddString(LPCTSTR text) { return static_cast<int>(m_items.Add(text)); }
 
 void CComboBox::GetLBText(int index, CString& text) const {
@@ -285,6 +290,10 @@ bool CDialog::ApplyAction(const kelaz::DialogAction& action, CString& why) {
     if (!control->m_visible || !control->m_enabled) {
         why = kelaz::FormatText(L"控件 %d 现在不能操作。", action.control);
         return false;
+    }
+    if (action.kind == Kind::kCell || action.kind == Kind::kRange || action.kind == Kind::kChoose) {
+        MoveFocus(control);
+        return control->TakeAction(action, why);
     }
     auto* button = dynamic_cast<CButton*>(control);
     auto* combo = dynamic_cast<CComboBox*>(control);

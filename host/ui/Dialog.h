@@ -97,6 +97,9 @@ public:
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     // What the command line's text form of a dialog shows of this control.
     virtual void DescribeAsText(kelaz::ControlText& text) const;
+    // An action only a control of its own kind understands (a grid's cells); false with the
+    // reason when the control cannot take it.
+    virtual bool TakeAction(const kelaz::DialogAction& action, CString& why);
 
 protected:
     friend class CDialog;

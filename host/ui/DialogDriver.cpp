@@ -22,6 +22,50 @@ CString NextWord(const CString& text, int& start) {
     return text.Mid(begin, start - begin);
 }
 
+// A row or column number of a grid action.
+bool ReadIndex(const CString& word, int& value) {
+    double number = 0.0;
+    if (!ParseDecimal(word, number) || word.Find(L'.') >= 0 || number < 0.0 || number > 1e6)
+        return false;
+    value = static_cast<int>(number);
+    return true;
+}
+
+// The cell numbers after a grid action's control: cell and choose take a row and a column,
+// row one row, range one or two corners.
+bool ParseCellNumbers(const CString& verb, const CString& text, int& pos, DialogAction& action,
+                      CString& error) {
+    using Kind = DialogAction::Kind;
+    if (action.kind != Kind::kCell && action.kind != Kind::kRange && action.kind != Kind::kChoose)
+        return true;
+    const bool wholeRow = verb.CompareNoCase(L"row") == 0;
+    if (!ReadIndex(NextWord(text, pos), action.row) ||
+        (!wholeRow && !ReadIndex(NextWord(text, pos), action.column))) {
+        error = wholeRow ? CString(L"row 后面应是控件编号和行号。")
+                         : FormatText(L"%s 后面应是控件编号、行号和列号。", verb.GetString());
+        return false;
+    }
+    if (action.kind != Kind::kRange) return true;
+    if (wholeRow) {
+        action.row2 = action.row;
+    } else {
+        const CString second = NextWord(text, pos);
+        if (second.IsEmpty()) {
+            action.row2 = action.row;
+            action.column2 = action.column;
+        } else if (!ReadIndex(second, action.row2) ||
+                   !ReadIndex(NextWord(text, pos), action.column2)) {
+            error = L"range 的第二个角应是行号和列号。";
+            return false;
+        }
+    }
+    if (!NextWord(text, pos).IsEmpty()) {
+        error = FormatText(L"%s 的参数太多。", verb.GetString());
+        return false;
+    }
+    return true;
+}
+
 }  // namespace
 
 bool ParseDialogAction(const CString& line, DialogAction& action, CString& error) {
@@ -68,9 +112,16 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
         parsed.kind = DialogAction::Kind::kClick;
     } else if (verb.CompareNoCase(L"select") == 0) {
         parsed.kind = DialogAction::Kind::kSelect;
+    } else if (verb.CompareNoCase(L"cell") == 0) {
+        parsed.kind = DialogAction::Kind::kCell;
+    } else if (verb.CompareNoCase(L"range") == 0 || verb.CompareNoCase(L"row") == 0) {
+        parsed.kind = DialogAction::Kind::kRange;
+    } else if (verb.CompareNoCase(L"choose") == 0) {
+        parsed.kind = DialogAction::Kind::kChoose;
     } else {
         error =
-            L"对话框操作是 ok、cancel、set ID 文字、check ID 0|1|2、click ID、select ID 项或 key "
+            L"对话框操作是 ok、cancel、set ID 文字、check ID 0|1|2、click ID、select ID 项、"
+            L"cell ID 行 列 文字、range ID 行 列 [行 列]、row ID 行、choose ID 行 列 项或 key "
             L"字符。";
         return false;
     }
@@ -81,6 +132,7 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
         return false;
     }
     parsed.control = static_cast<int>(id);
+    if (!ParseCellNumbers(verb, text, pos, parsed, error)) return false;
     CString rest = text.Mid(pos);
     rest.Trim();
     parsed.value = rest;
@@ -90,6 +142,10 @@ bool ParseDialogAction(const CString& line, DialogAction& action, CString& error
     }
     if (parsed.kind == DialogAction::Kind::kCheck && rest != L"0" && rest != L"1" && rest != L"2") {
         error = L"check 的状态是 0、1 或 2。";
+        return false;
+    }
+    if (parsed.kind == DialogAction::Kind::kChoose && rest.IsEmpty()) {
+        error = L"choose 后面应是下拉项的位置或文字。";
         return false;
     }
     if (parsed.kind == DialogAction::Kind::kSelect && rest.IsEmpty()) {

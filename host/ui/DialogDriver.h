@@ -12,6 +12,12 @@
 //   select ID ITEM        selects the item of list, combo or tree ID, by position (from 0) or
 //                         by its text
 //   key C                 types the character C (key space: a blank, key enter: Enter)
+//   cell ID R C TEXT      types TEXT into cell (R, C) of grid ID (rows and columns counted
+//                         from 0, the fixed ones included)
+//   range ID R1 C1 R2 C2  selects the cells from (R1, C1) to (R2, C2) of grid ID; with R1 C1
+//                         alone, that one cell (as a click on it)
+//   row ID R              selects the whole row R of grid ID (a click on its row number)
+//   choose ID R C ITEM    picks ITEM, by its text or position, of the drop-down of cell (R, C)
 //   (empty line)          Enter, as key enter
 // Control ids are the dialog's resource numbers. A tree item is selected by its text or by the
 // backslash path of texts that leads to it from the top.
@@ -25,10 +31,16 @@ class CDialog;
 namespace kelaz {
 
 struct DialogAction {
-    enum class Kind { kOk, kCancel, kSet, kCheck, kClick, kSelect, kKey };
+    enum class Kind { kOk, kCancel, kSet, kCheck, kClick, kSelect, kKey, kCell, kRange, kChoose };
     Kind kind = Kind::kCancel;
     int control = 0;
-    CString value;  // kSet: the text; kCheck: "0", "1" or "2"; kSelect: the item; kKey: the key
+    CString value;  // kSet, kCell: the text; kCheck: "0", "1" or "2"; kSelect, kChoose: the
+                    // item; kKey: the key
+    // kCell, kChoose: the cell; kRange: the corners (a whole row: column -1).
+    int row = -1;
+    int column = -1;
+    int row2 = -1;
+    int column2 = -1;
 };
 
 // False with the reason in error when the line is no action.

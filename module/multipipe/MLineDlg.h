@@ -48,6 +48,13 @@ public:
     // Deletes the selected row; "请先选择要删除的行" unless a whole row is selected.
     void DeleteSelectedRow();
 
+    // A row whose component type changed: its laying mode returns to the default, or to the
+    // yellow, read-only "N/A" of cables and busbars.
+    void RefreshLayModeCell(int row);
+    // What the drop-down of a cell offers: the speciality's system codes (column 3), the
+    // current floor's laying modes, last first (column 4).
+    void FillOptions(int row, int col, CStringArray& options);
+
     CKELGrid1* Grid() const { return m_grid; }
     CTreeCtrl* Tree() const { return m_tree; }
 
@@ -56,7 +63,23 @@ public:
     static CString& DefaultLayMode();
     static bool& LayModePrimed();
 
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override;
+
+protected:
+    void OnTreeSelChanged(int id, const NMTREEVIEW& change) override;
+    void OnClicked(int id) override;
+
 private:
+    void BuildTree();
+    void BuildGrid();
+    // A new grid row numbered " %d ", with the states of its columns.
+    int AppendGridRow(const CString& compType);
+    void Renumber();
+    // Codes the speciality does not know are replaced by its first one.
+    void CheckSysCodes();
+    // The rename dialog over the row's line kind; the row takes the name it answers.
+    void RenameLine(int row);
+
     CKELGrid1* m_grid = nullptr;  // a child control of the dialog
     CTreeCtrl* m_tree = nullptr;
     MultiPipeRowList m_rows;

@@ -82,6 +82,11 @@ CString CAttDetailMem::GetName() const {
     return m ? m->name : CString();
 }
 
+bool CAttDetailMem::SetName(const CString& name) {
+    kelaz::AttCatalogue* cat = Catalogue();
+    return cat && cat->RenameMember(m_index, name);
+}
+
 CString CAttDetailMem::GetFullPath() const {
     kelaz::AttCatalogue* cat = Catalogue();
     return cat && m_index.IsComplete() ? cat->PathOf(m_index) : CString();

@@ -51,6 +51,9 @@ public:
     explicit CAttDetailMem(const SAttDataIndex& index) : m_index(index) {}
 
     CString GetName() const;      // empty when the index names no member
+    // Renames the member (pending until CAtt::Save); false for an empty name, one with a
+    // backslash or one a sibling has.
+    bool SetName(const CString& name);
     CString GetFullPath() const;  // the attribute path
     bool GetSectionInfo(SectionInfo& info) const;
     bool SetSectionInfo(const SectionInfo& info);

@@ -110,7 +110,7 @@ bool AttCatalogue::Save(SqliteDb& db) {
                            "small_id = ?2), ?4, ?5, ?6, ?7, ?8, ?9)");
     SqliteStatement update(db,
                            "UPDATE attribute SET section_type = ?2, shape_code = ?3, size_text = "
-                           "?4, kind = ?5, block_name = ?6 WHERE id = ?1");
+                           "?4, kind = ?5, block_name = ?6, name = ?7 WHERE id = ?1");
     SqliteStatement clearFields(db, "DELETE FROM attribute_field WHERE attribute_id = ?1");
     SqliteStatement addField(db,
                              "INSERT INTO attribute_field(attribute_id, ord, label, unit, value, "
@@ -131,7 +131,7 @@ bool AttCatalogue::Save(SqliteDb& db) {
         } else {
             st.Bind(1, m.id).Bind(2, m.section.nSectionType).Bind(3, m.section.strShapeCode);
             st.Bind(4, m.section.strSize).Bind(5, m.section.strKind);
-            st.Bind(6, m.section.strBlockName);
+            st.Bind(6, m.section.strBlockName).Bind(7, m.name);
         }
         if (!st.Run()) return false;
         clearFields.Reset();
@@ -295,6 +295,19 @@ bool AttCatalogue::AddMember(const SAttDataIndex& smallCategory, const CString& 
     m.isNew = true;
     m_members.push_back(m);
     memberId = IdText(m.id);
+    return true;
+}
+
+bool AttCatalogue::RenameMember(const SAttDataIndex& member, const CString& name) {
+    CatalogueMember* m = FindMemberForEdit(member);
+    if (!m) return false;
+    CString trimmed = name;
+    trimmed.Trim();
+    if (trimmed.IsEmpty() || trimmed != name || name.Find(L'\\') >= 0) return false;
+    for (const CatalogueMember& other : m_members)
+        if (&other != m && other.smallId == m->smallId && other.name == name) return false;
+    m->name = name;
+    m->dirty = true;
     return true;
 }
 

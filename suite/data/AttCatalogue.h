@@ -56,6 +56,9 @@ public:
                    std::vector<KelAzDataMng::SAttDataIndex>& ids) const;
     bool AddMember(const KelAzDataMng::SAttDataIndex& smallCategory, const CString& name,
                    CString& memberId);
+    // Renames a member (pending until Save); false for an empty name, one with a backslash or
+    // blanks around it, or one another member of its small category has.
+    bool RenameMember(const KelAzDataMng::SAttDataIndex& member, const CString& name);
 
 private:
     const CatalogueNode* Find(const std::vector<CatalogueNode>& nodes, std::int64_t parent,
