@@ -7,6 +7,7 @@
 #include "app/commands/ConnectedCommand.h"
 #include "app/commands/CurveLayoutCommands.h"
 #include "app/commands/LayoutPlacement.h"
+#include "app/commands/MultiPipeCommand.h"
 #include "app/commands/PipeCommands.h"
 #include "app/commands/SoftPipeCommand.h"
 #include "app/commands/SplitRiserCommand.h"
@@ -332,6 +333,7 @@ void RegisterLayoutCommands() {
     RegisterCurveLayoutCommands(kGroup);
     RegisterConnectedCommand(kGroup);
     RegisterSoftPipeCommand(kGroup);
+    RegisterMultiPipeCommand(kGroup);
     RegisterPipeCommands(kGroup);
     RegisterSplitRiserCommand(kGroup);
     RegisterCommand(kGroup, L"LEVEL", L"标高对话框（输入或拾取标高）", flags, LevelCommand);

@@ -125,8 +125,14 @@ Answer ParseAnswer(const CString& line) {
     // "drag" followed by a blank: a cursor sample.
     if (text.GetLength() >= 4 && EqualsNoCase(text.Left(4), L"drag") &&
         (text.GetLength() == 4 || IsBlank(text[4]))) {
-        if (!ParsePointSpec(text.Mid(4), a)) {
-            return Malformed(L"光标位置无效：drag 后面应是 x,y 或 x,y,z。");
+        CString spec = text.Mid(4);
+        spec.TrimRight();
+        if (!spec.IsEmpty() && spec[spec.GetLength() - 1] == L'?') {
+            a.query = true;
+            spec = spec.Left(spec.GetLength() - 1);
+        }
+        if (!ParsePointSpec(spec, a)) {
+            return Malformed(L"光标位置无效：drag 后面应是 x,y 或 x,y,z（可加 ? 显示预览）。");
         }
         if (!a.relative && !WithinDrawingExtent(a.point)) return Malformed(OutsideExtentMessage());
         a.kind = Answer::Kind::kDrag;

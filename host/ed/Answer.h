@@ -27,6 +27,8 @@ struct Answer {
     // kPoint, kDrag: the point, or the offset from the last point when relative.
     AcGePoint3d point;
     bool relative = false;
+    // kDrag: "drag x,y ?" asks for the preview to be printed after the sample.
+    bool query = false;
     // kWord: the word; kTransparent: the command's name; kMalformed: what is wrong with it.
     CString text;
 };

@@ -50,6 +50,7 @@ AcEdJig::Event AcEdJig::ReadEvent() {
                 event.point = point;
                 if (answer.kind == kelaz::Answer::Kind::kDrag) {
                     event.kind = Event::Kind::kMove;
+                    event.query = answer.query;
                 } else {
                     event.kind = Event::Kind::kAccept;
                     if ((m_controls & kDontUpdateLastPoint) == 0) ed->SetLastPoint(point);
@@ -113,6 +114,7 @@ AcEdJig::DragStatus AcEdJig::acquirePoint(AcGePoint3d& point) {
     const Event event = ReadEvent();
     m_acquired = true;
     m_lastKind = event.kind;
+    m_lastQuery = event.query;
     return Answer(event, point);
 }
 
@@ -126,6 +128,26 @@ void AcEdJig::DrawPreview() {
     if (ed != nullptr && shown != nullptr) ed->SetDragPreview(kelaz::DrawEntity(*shown));
 }
 
+void AcEdJig::PrintPreview() {
+    Editor* ed = kelaz::CurrentEditor();
+    if (ed == nullptr) return;
+    const kelaz::GiPrimitiveList& preview = ed->DragPreview();
+    CString text = kelaz::FormatText(L"\n预览: %d 段", static_cast<int>(preview.size()));
+    for (const kelaz::GiPrimitive& primitive : preview) {
+        const auto* polyline = std::get_if<kelaz::GiPolyline>(&primitive.shape);
+        if (polyline == nullptr) continue;
+        text += L"\n ";
+        for (size_t i = 0; i < polyline->points.size(); ++i) {
+            const AcGePoint3d& p = polyline->points[i];
+            text += kelaz::FormatText(L" (%.3f,%.3f)", p.x, p.y);
+            if (i + 1 < polyline->points.size() && i < polyline->bulges.size() &&
+                polyline->bulges[i] != 0.0)
+                text += kelaz::FormatText(L" 凸度%.6f", polyline->bulges[i]);
+        }
+    }
+    ed->Print(text + L"\n");
+}
+
 AcEdJig::DragStatus AcEdJig::drag() {
     Editor* ed = kelaz::CurrentEditor();
     if (ed == nullptr) return kCancel;
@@ -135,13 +157,20 @@ AcEdJig::DragStatus AcEdJig::drag() {
         m_acquired = false;
         const DragStatus sampled = sampler();
         // A sampler that never acquires would wait forever: the input moves on without it.
-        if (!m_acquired) m_lastKind = ReadEvent().kind;
+        if (!m_acquired) {
+            const Event event = ReadEvent();
+            m_lastKind = event.kind;
+            m_lastQuery = event.query;
+        }
         if (m_lastKind == Event::Kind::kMove || m_lastKind == Event::Kind::kAccept) {
             if (sampled == kNormal) {
                 update();
                 DrawPreview();
             }
-            if (m_lastKind == Event::Kind::kMove) continue;
+            if (m_lastKind == Event::Kind::kMove) {
+                if (m_lastQuery) PrintPreview();
+                continue;
+            }
         }
         ed->SetDragging(false);
         switch (m_lastKind) {

@@ -100,17 +100,24 @@ public:
     CursorType specialCursorType() const { return m_cursor; }
     void setSpecialCursorType(CursorType cursor) { m_cursor = cursor; }
 
+protected:
+    // Whether the point of this sample was taken (rather than the cursor moved).
+    bool sampleAccepts() const { return m_lastKind == Event::Kind::kAccept; }
+
 private:
     // One event of the drag, read from the input.
     struct Event {
         enum class Kind { kMove, kAccept, kKeyword, kNull, kCancel };
         Kind kind = Kind::kCancel;
         AcGePoint3d point;
-        int keyword = 0;  // 1-based
+        int keyword = 0;     // 1-based
+        bool query = false;  // "drag x,y ?": print the preview after this sample
     };
     Event ReadEvent();
     DragStatus Answer(const Event& event, AcGePoint3d& point);
     void DrawPreview();
+    // The preview's segments as text on the command line.
+    void PrintPreview();
 
     CString m_prompt;
     CString m_keywords;
@@ -120,5 +127,6 @@ private:
     // Whether the sampler acquired during this sample, and what the last answer was.
     bool m_acquired = false;
     Event::Kind m_lastKind = Event::Kind::kCancel;
+    bool m_lastQuery = false;
     bool m_prompted = false;
 };

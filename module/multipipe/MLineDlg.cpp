@@ -213,8 +213,10 @@ void CMLineDlg::StoreRows(MultiPipeRowList& target) const {
 
 void CMLineDlg::ReadRowsFromGrid() {
     m_rows.clear();
+    const CString spec = KelAzDataMng::CProj::GetCurrentSpec();
     for (int r = m_grid->GetFixedRowCount(); r < m_grid->GetRowCount(); ++r) {
         auto row = std::make_unique<MultiPipeRow>();
+        row->spec = spec;
         row->compType = m_grid->GetItemText(r, kCompType);
         row->lineName = m_grid->GetItemText(r, kLineName);
         row->sysCode = m_grid->GetItemText(r, kSysCode);

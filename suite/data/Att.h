@@ -50,7 +50,7 @@ class CAttDetailMem {
 public:
     explicit CAttDetailMem(const SAttDataIndex& index) : m_index(index) {}
 
-    CString GetName() const;      // empty when the index names no member
+    CString GetName() const;  // empty when the index names no member
     // Renames the member (pending until CAtt::Save); false for an empty name, one with a
     // backslash or one a sibling has.
     bool SetName(const CString& name);

@@ -41,3 +41,10 @@ static_assert(std::is_class_v<MultiPipeRow> && std::is_class_v<CMultiPipeRowStor
 static_assert(std::is_same_v<decltype(&kelaz::LoadLayoutModule), bool (*)()> &&
               std::is_same_v<decltype(&kelaz::UnloadLayoutModule), bool (*)()> &&
               std::is_same_v<decltype(&kelaz::LoadedDocReactor), CDocReactor* (*)()>);
+static_assert(std::is_class_v<CMLineDlg> && std::is_class_v<CMultiPipeJig> &&
+              std::is_base_of_v<CLevelDlg, CDrawMlead>);
+static_assert(std::is_same_v<decltype(&pAddMlead), void (*)()>);
+static_assert(std::is_same_v<decltype(&kelaz::multipipe::OffsetPath),
+                             kelaz::multipipe::OffsetStatus (*)(
+                                 const std::vector<kelaz::multipipe::PathPiece>&, double, double,
+                                 std::vector<kelaz::multipipe::LinePiece>&)>);
