@@ -4,7 +4,8 @@
 # (examples/drafting.kls) on that drawing: arcs drawn, erased and undone, ceiling lamps laid out
 # in rows, along an arc and on rings and placed at a picked elevation in the default project,
 # the lines that meet at a point listed, then leads with an arc, a main lead, a water riser split
-# at each floor, a pipe and soft ducts with arcs. Files go to out/demo/.
+# at each floor, a pipe, soft ducts with arcs and a bundle of wires and a conduit traced with
+# MULTIPIPE round a corner and an arc. Files go to out/demo/.
 set -euo pipefail
 kelaz=${1:-kelaz}
 out=${2:-out/demo}
