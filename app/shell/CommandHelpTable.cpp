@@ -101,6 +101,10 @@ const std::vector<CommandHelpRow>& CommandHelpTable() {
         {L"LEVEL",
          L"[标高] 对话框: set 232 标高, check 207 0/1, click 204 拾取对象的标高, ok 或 cancel",
          L"LEVEL\nset 232 3F+500\nok"},
+        {L"LEVELBOX",
+         L"[标高] 对话框（透明命令，MULTIPIPE 的提问中输入 'LevelBox）: set 232 标高, "
+         L"check 207 0/1, ok",
+         L"'LEVELBOX\nset 232 3500\nok"},
         {L"PICKHEIGHT", L"选择对象:（透明命令，在提问中输入 'PickHeight）",
          L"'PickHeight\n1000,800"},
         {L"SAVE", L"保存为文件 <当前文件名>:（.kdw）", L"SAVE plan.kdw"},
