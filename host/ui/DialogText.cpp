@@ -9,6 +9,8 @@
 
 namespace {
 
+using kelaz::OneLine;
+
 constexpr const wchar_t* kChecked = L"选中";
 constexpr const wchar_t* kUnchecked = L"未选";
 constexpr const wchar_t* kIndeterminate = L"不定";
@@ -16,14 +18,6 @@ constexpr const wchar_t* kDisabled = L"不可用";
 constexpr const wchar_t* kSelected = L"选中";
 constexpr int kIndent = 2;
 constexpr int kGap = 2;
-
-// A text on one line of the form.
-CString OneLine(CString text) {
-    text.Replace(L'\r', L' ');
-    text.Replace(L'\n', L' ');
-    text.Replace(L'\t', L' ');
-    return text;
-}
 
 // "弧线(&A)" reads 弧线 with the key A, "&Save" reads Save with the key S, "&&" is one "&".
 void SplitMnemonic(const CString& text, CString& label, CString& key) {
@@ -139,6 +133,13 @@ void CTreeCtrl::DescribeAsText(kelaz::ControlText& text) const {
 }
 
 namespace kelaz {
+
+CString OneLine(CString text) {
+    text.Replace(L'\r', L' ');
+    text.Replace(L'\n', L' ');
+    text.Replace(L'\t', L' ');
+    return text;
+}
 
 int DisplayWidth(const CString& text) {
     int width = 0;

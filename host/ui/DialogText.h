@@ -47,6 +47,8 @@ struct ControlText {
 CString DialogTitle(const CDialog& dialog);
 // The text form of the dialog, lines joined by "\n", without a final line end.
 CString DialogText(const CDialog& dialog);
+// A text on one line of the form: line ends and tabs become blanks.
+CString OneLine(CString text);
 // Columns a text takes on a terminal: two for Chinese characters, one for others.
 int DisplayWidth(const CString& text);
 

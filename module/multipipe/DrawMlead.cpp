@@ -184,14 +184,7 @@ int CDrawMlead::RollBack(const wchar_t* keyword) {
 }
 
 CString CDrawMlead::RowCategory(const MultiPipeRow& row) {
-    CString folder;
-    if (row.spec == L"1_5u") {
-        folder = row.spec + (row.compType == L"电缆" ? L"\\线槽桥架" : L"\\穿管引线");
-    } else {
-        folder = row.spec + (row.compType == L"电缆" || row.compType == L"母线·馈线" ? L"\\电缆桥架"
-                                                                                     : L"\\管线");
-    }
-    return folder + L"\\" + row.compType;
+    return CMLineDlg::SmallCategoryPath(row.spec, row.compType);
 }
 
 CString CDrawMlead::RowAttPath(const MultiPipeRow& row) {

@@ -56,10 +56,10 @@ const ColumnLayout kLayout[kColumns] = {
 
 bool HasNoLayMode(const CString& compType) { return compType == kCable || compType == kBusbar; }
 
-// The small-category folder under which a component type's line names are kept.
-CString CategoryFolder(const CString& spec, const CString& compType) {
-    if (spec == kWiring) return spec + (compType == kCable ? L"\\线槽桥架" : L"\\穿管引线");
-    return spec + (HasNoLayMode(compType) ? L"\\电缆桥架" : L"\\管线");
+// The yellow, read-only laying-mode cell of a cable or busbar row.
+void MarkNoLayMode(CKELGrid1& grid, int row) {
+    grid.SetItemBkColour(row, kLayMode, kYellow);
+    grid.SetItemState(row, kLayMode, GVIS_READONLY);
 }
 
 // The suite's messages of this dialog: the "Kelsoft" box over the active window.
@@ -75,6 +75,16 @@ bool& Initialising() {
 }
 
 }  // namespace
+
+CString CMLineDlg::SmallCategoryPath(const CString& spec, const CString& compType) {
+    CString folder;
+    if (spec == kWiring) {
+        folder = spec + (compType == kCable ? L"\\线槽桥架" : L"\\穿管引线");
+    } else {
+        folder = spec + (HasNoLayMode(compType) ? L"\\电缆桥架" : L"\\管线");
+    }
+    return folder + L"\\" + compType;
+}
 
 CString& CMLineDlg::DefaultLayMode() {
     static CString mode;
@@ -118,10 +128,7 @@ BOOL CMLineDlg::OnInitDialog() {
     CheckSysCodes();
     Initialising() = false;
     for (int r = m_grid->GetFixedRowCount(); r < m_grid->GetRowCount(); ++r) {
-        if (HasNoLayMode(m_grid->GetItemText(r, kCompType))) {
-            m_grid->SetItemBkColour(r, kLayMode, kYellow);
-            m_grid->SetItemState(r, kLayMode, GVIS_READONLY);
-        }
+        if (HasNoLayMode(m_grid->GetItemText(r, kCompType))) MarkNoLayMode(*m_grid, r);
     }
     return TRUE;
 }
@@ -138,7 +145,7 @@ void CMLineDlg::BuildTree() {
     }
     for (const CString& item : items) {
         HTREEITEM parent = m_tree->InsertItem(item);
-        const CString path = CategoryFolder(spec, item) + L"\\" + item;
+        const CString path = SmallCategoryPath(spec, item);
         KelAzDataMng::SAttDataIndex small;
         std::vector<KelAzDataMng::SAttDataIndex> members;
         if (!KelAzDataMng::SmallCategoryNameToId(path, small) ||
@@ -176,8 +183,7 @@ int CMLineDlg::AppendGridRow(const CString& compType) {
     }
     if (HasNoLayMode(compType)) {
         m_grid->SetItemText(row, kLayMode, kNotApplicable);
-        m_grid->SetItemBkColour(row, kLayMode, kYellow);
-        m_grid->SetItemState(row, kLayMode, GVIS_READONLY);
+        MarkNoLayMode(*m_grid, row);
     }
     return row;
 }
@@ -258,8 +264,7 @@ void CMLineDlg::RefreshLayModeCell(int row) {
         m_grid->SetItemState(row, kLayMode, GVIS_DROPDOWNLIST);
     } else {
         m_grid->SetItemText(row, kLayMode, kNotApplicable);
-        m_grid->SetItemBkColour(row, kLayMode, kYellow);
-        m_grid->SetItemState(row, kLayMode, GVIS_READONLY);
+        MarkNoLayMode(*m_grid, row);
     }
 }
 
@@ -314,7 +319,7 @@ void CMLineDlg::CheckSysCodes() {
 void CMLineDlg::RenameLine(int row) {
     const CString spec = KelAzDataMng::CProj::GetCurrentSpec();
     const CString compType = m_grid->GetItemText(row, kCompType);
-    const CString folder = CategoryFolder(spec, compType) + L"\\" + compType;
+    const CString folder = SmallCategoryPath(spec, compType);
     const CString name = ShowChangeNameDlgForOther(
         folder + L"\\" + m_grid->GetItemText(row, kLineName), spec == kElectrical ? 0 : 3);
     KelAzDataMng::SAttDataIndex index;

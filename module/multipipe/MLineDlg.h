@@ -58,6 +58,10 @@ public:
     CKELGrid1* Grid() const { return m_grid; }
     CTreeCtrl* Tree() const { return m_tree; }
 
+    // The small category that holds a component type's line names in the speciality
+    // ("电气\\管线\\照明导线", "电气\\电缆桥架\\电缆", "1_5u\\穿管引线\\配线" ...).
+    static CString SmallCategoryPath(const CString& spec, const CString& compType);
+
     // The process-wide default laying mode (the last of the current floor's names once the
     // laying-mode list has been asked for), and whether that list was primed.
     static CString& DefaultLayMode();

@@ -278,13 +278,6 @@ bool CGridCtrl::TakeAction(const kelaz::DialogAction& action, CString& why) {
 
 namespace {
 
-CString OneLine(CString text) {
-    text.Replace(L'\r', L' ');
-    text.Replace(L'\n', L' ');
-    text.Replace(L'\t', L' ');
-    return text;
-}
-
 // How the text form names a background: the two the dialogs use by name, others by value.
 CString ColourName(COLORREF colour) {
     if (colour == RGB(255, 255, 0) || colour == 0x00FFFF) return L"黄";
@@ -308,7 +301,7 @@ void CGridCtrl::DescribeAsText(kelaz::ControlText& text) const {
     for (int r = 0; r < GetRowCount(); ++r) {
         for (int c = 0; c < m_columnCount; ++c) {
             const Cell& cell = m_rows[r].cells[c];
-            CString s = cell.text.IsEmpty() ? CString(L"·") : OneLine(cell.text);
+            CString s = cell.text.IsEmpty() ? CString(L"·") : kelaz::OneLine(cell.text);
             if (!IsCellFixed(r, c)) {
                 CString marks;
                 if ((cell.state & GVIS_READONLY) != 0 || !m_editable) marks += L"只读";
